@@ -1,0 +1,50 @@
+// Property lists, binary and XML, as values (through libplist).
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/foundation/Date.h"
+
+namespace corvane {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// One node of a property list. Dictionaries keep their keys sorted.
+struct PropertyList {
+    struct Uid {
+        std::uint64_t value = 0;
+        bool operator==(const Uid&) const = default;
+    };
+    using Array = std::vector<PropertyList>;
+    using Dictionary = std::map<std::string, PropertyList, std::less<>>;
+
+    std::variant<bool, std::int64_t, double, std::string, Date, Bytes, Uid, Array, Dictionary> value = false;
+
+    template <class T>
+    const T* get() const {
+        return std::get_if<T>(&value);
+    }
+    /// The value under a key of a dictionary; null when this is none or the key is missing.
+    const PropertyList* find(std::string_view key) const;
+    /// A boolean, integer, real or decimal text as an integer (truncated); none for anything else.
+    std::optional<std::int64_t> integer() const;
+    /// An integer or real as a number.
+    std::optional<double> number() const;
+
+    bool operator==(const PropertyList&) const = default;
+};
+
+/// Reads a binary or XML property list. Depth, number of nodes and size are bounded; a broken, cyclic or
+/// oversized one gives none.
+std::optional<PropertyList> propertyListFromData(std::span<const std::uint8_t> data);
+
+Bytes binaryDataFromPropertyList(const PropertyList& list);
+
+}  // namespace corvane
