@@ -1,0 +1,69 @@
+// A container: a model, the coordinator of its store file and the context that the program works in.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/store/ManagedObjectContext.h"
+#include "platform/store/ModelDescription.h"
+#include "platform/store/StoreError.h"
+
+namespace corvane {
+
+class SqliteStore;
+
+struct PersistentStoreDescription {
+    std::filesystem::path file;  ///< empty: there is no place for a store
+    /// A missing column reads as its default and is added when a save needs it.
+    bool migratesAutomatically = false;
+    bool infersMappingModel = false;
+    /// Makes the store when the file is not there (0600). Otherwise a missing file is an error.
+    bool createsMissingStore = true;
+};
+
+class PersistentStoreCoordinator {
+  public:
+    explicit PersistentStoreCoordinator(const ManagedObjectModel& model);
+    ~PersistentStoreCoordinator();
+
+    const ManagedObjectModel& model() const { return model_; }
+    /// Opens and recognises a store. On an error there is no store and the file is as it was.
+    [[nodiscard]] std::optional<StoreError> addStore(const PersistentStoreDescription& description);
+    /// Null when no store was loaded.
+    SqliteStore* store() const { return store_.get(); }
+
+  private:
+    const ManagedObjectModel& model_;
+    std::unique_ptr<SqliteStore> store_;
+};
+
+class PersistentContainer {
+  public:
+    PersistentContainer(std::string name, const ManagedObjectModel& model);
+    virtual ~PersistentContainer();
+    PersistentContainer(const PersistentContainer&) = delete;
+    PersistentContainer& operator=(const PersistentContainer&) = delete;
+
+    const std::string& name() const { return name_; }
+    std::vector<PersistentStoreDescription>& persistentStoreDescriptions() { return descriptions_; }
+    PersistentStoreCoordinator& persistentStoreCoordinator() { return coordinator_; }
+    ManagedObjectContext& viewContext() { return *viewContext_; }
+
+    /// Loads the described store; tells the handler of the error, if any.
+    void loadPersistentStores(const std::function<void(const std::optional<StoreError>&)>& completion);
+
+    /// A context of its own over the same store.
+    std::unique_ptr<ManagedObjectContext> newBackgroundContext();
+
+  private:
+    std::string name_;
+    std::vector<PersistentStoreDescription> descriptions_;
+    PersistentStoreCoordinator coordinator_;
+    std::unique_ptr<ManagedObjectContext> viewContext_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,63 @@
+// Predicates: questions about an object, written in the store's query language.
+//
+// Comparisons (=, ==, !=, <>, <, <=, =<, >, >=, =>, BETWEEN, IN, BEGINSWITH, ENDSWITH, CONTAINS, LIKE,
+// MATCHES, with [c], [d] and [cd]), AND OR NOT and && || !, ANY ALL NONE and @count over to-many paths, nil
+// NULL YES NO TRUE FALSE, numbers, quoted texts, TRUEPREDICATE FALSEPREDICATE, %@ %ld %d %K and $NAME.
+//
+// A comparison with nil on either side is neither true nor false, as in SQL; "== nil" and "!= nil" test for
+// nil. A condition that is neither selects nothing, negated or not. Memory and SQL answer alike.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "platform/store/Value.h"
+
+namespace corvane {
+
+struct PredicateError {
+    std::size_t position = 0;  ///< code units from the start of the text
+    std::string message;       ///< one line for people, without the position
+};
+
+struct PredicateNode;
+
+class Predicate {
+  public:
+    /// Values of $NAMEs, by name without "$". A list is the right side of IN.
+    using Variables = std::map<std::string, Value, std::less<>>;
+
+    explicit Predicate(std::shared_ptr<const PredicateNode> root);
+
+    /// The predicate with its variables filled in. Names that it does not use are ignored, names without a
+    /// value stay.
+    Predicate withSubstitutionVariables(const Variables& variables) const;
+
+    /// Whether the object fulfils it, by its values in memory. A variable that was never filled in is nil.
+    bool evaluate(const ManagedObject& object) const;
+
+    /// The predicate as text, in one spelling: parsing it gives an equal predicate.
+    std::u16string predicateFormat() const;
+
+    const PredicateNode& root() const { return *root_; }
+
+  private:
+    std::shared_ptr<const PredicateNode> root_;
+};
+
+/// Parses a predicate text. Placeholders take the arguments in order; %K takes a text as a key path.
+/// Nesting is bounded; a text that is nested deeper is an error.
+[[nodiscard]] std::variant<Predicate, PredicateError> predicateWithFormat(
+    std::u16string_view format, std::span<const Value> arguments = {});
+
+/// The predicate of a fixed text of the program, parsed on first use and kept. A text that does not parse is
+/// a fault of the program and stops it.
+const Predicate& fixedPredicate(const char16_t* format);
+
+}  // namespace corvane
