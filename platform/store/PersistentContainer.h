@@ -10,20 +10,12 @@
 
 #include "platform/store/ManagedObjectContext.h"
 #include "platform/store/ModelDescription.h"
+#include "platform/store/PersistentStoreDescription.h"
 #include "platform/store/StoreError.h"
 
 namespace corvane {
 
 class SqliteStore;
-
-struct PersistentStoreDescription {
-    std::filesystem::path file;  ///< empty: there is no place for a store
-    /// A missing column reads as its default and is added when a save needs it.
-    bool migratesAutomatically = false;
-    bool infersMappingModel = false;
-    /// Makes the store when the file is not there (0600). Otherwise a missing file is an error.
-    bool createsMissingStore = true;
-};
 
 class PersistentStoreCoordinator {
   public:
