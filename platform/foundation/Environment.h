@@ -1,6 +1,7 @@
 // Everything that a program reads from its surroundings, in one place that tests replace for a scope.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>

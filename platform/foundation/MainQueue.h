@@ -14,7 +14,7 @@ class MainQueue {
   public:
     using Block = std::function<void()>;
 
-    /// Runs `block` once, `delay` from now; blocks of equal times run in the order given.
+    /// Runs `block` once, `delay` from now (at most 20 days); blocks of equal times run in the order given.
     void after(TimeInterval delay, Block block);
 
     /// How long until the next block is due; zero when one is due already, none when nothing waits.
@@ -24,7 +24,7 @@ class MainQueue {
     int runDueBlocks();
 
     /// Runs everything that waits, in order and without waiting, new blocks included. Ends after a bounded
-    /// number of rounds when blocks keep adding themselves.
+    /// number of blocks when they keep adding themselves.
     void drain();
 
     /// Moves this queue's time on by hand and runs what falls due. Queue time follows the steady clock until
@@ -39,11 +39,13 @@ class MainQueue {
         TimeInterval due;
         std::uint64_t sequence;
         Block block;
+
+        bool runsAfter(const Entry& other) const;
     };
     TimeInterval now() const;
     bool runNext(std::optional<TimeInterval> until);
 
-    std::vector<Entry> entries_;
+    std::vector<Entry> entries_;  ///< a heap, the earliest first
     std::uint64_t nextSequence_ = 0;
     std::optional<TimeInterval> manualNow_;
 };

@@ -1,0 +1,143 @@
+#include "platform/foundation/Localization.h"
+
+#include <libintl.h>
+
+#include <optional>
+
+#include "platform/foundation/Environment.h"
+#include "platform/foundation/Text.h"
+#include "platform/foundation/UserDirectories.h"
+
+namespace corvane {
+namespace {
+
+constexpr const char* kDomain = "corvane";
+
+// Binds the domain to its catalogues once; the process's locale settings choose the language at each call.
+void bindCatalogues() {
+    static const bool isBound = [] {
+        const std::string directory =
+            processVariable("CORVANE_LOCALE_DIR").value_or(CORVANE_LOCALE_DIR_DEFAULT);
+        bindtextdomain(kDomain, directory.c_str());
+        bind_textdomain_codeset(kDomain, "UTF-8");
+        return true;
+    }();
+    static_cast<void>(isBound);
+}
+
+// The absolute value, also of the smallest number: plural rules know no negative counts.
+unsigned long pluralCount(std::int64_t count) {
+    const auto bits = static_cast<std::uint64_t>(count);
+    return count < 0 ? 0 - bits : bits;
+}
+
+std::string translation(const char* key, std::optional<std::int64_t> count) {
+    if (const Translator& translate = Environment::current().translate) {
+        return translate(key, count).value_or(key);
+    }
+    bindCatalogues();
+    return count ? dngettext(kDomain, key, key, pluralCount(*count)) : dgettext(kDomain, key);
+}
+
+using FormatArgument = std::variant<std::int64_t, std::u16string>;
+
+// One "%" of a format: what it asks for and how many code units it takes.
+struct Placeholder {
+    enum class Kind { kPercent, kInteger, kUnsigned, kText, kUnknown };
+    Kind kind = Kind::kUnknown;
+    std::size_t length = 1;
+    std::size_t position = 0;  ///< 1 for the first argument, 0 when the format does not say
+};
+
+Placeholder::Kind kindOfConversion(char16_t conversion) {
+    switch (conversion) {
+        case u'd':
+        case u'i':
+            return Placeholder::Kind::kInteger;
+        case u'u':
+            return Placeholder::Kind::kUnsigned;
+        case u'@':
+            return Placeholder::Kind::kText;
+        case u'%':
+            return Placeholder::Kind::kPercent;
+        default:
+            return Placeholder::Kind::kUnknown;
+    }
+}
+
+// Takes a position of one or two digits, "1$", off the front.
+std::size_t takePosition(std::u16string_view& rest) {
+    std::size_t position = 0;
+    for (std::size_t i = 0; i < rest.size() && i < 3; ++i) {
+        const char16_t unit = rest[i];
+        if (unit == u'$' && i > 0) {
+            rest.remove_prefix(i + 1);
+            return position;
+        }
+        if (unit < u'0' || unit > u'9') return 0;
+        position = position * 10 + (unit - u'0');
+    }
+    return 0;
+}
+
+// Reads the placeholder at the start of `text`, which begins with "%".
+Placeholder placeholderAtStart(std::u16string_view text) {
+    Placeholder placeholder;
+    std::u16string_view rest = text.substr(1);
+    placeholder.position = takePosition(rest);
+    while (rest.starts_with(u'l')) rest.remove_prefix(1);
+    if (rest.empty()) return placeholder;
+    placeholder.kind = kindOfConversion(rest.front());
+    if (placeholder.kind != Placeholder::Kind::kUnknown) placeholder.length = text.size() - rest.size() + 1;
+    return placeholder;
+}
+
+std::u16string decimalText(std::string_view digits) { return {digits.begin(), digits.end()}; }
+
+// The text of an argument as a placeholder asks for it; none when it does not fit.
+std::optional<std::u16string> textOfArgument(const FormatArgument& argument, Placeholder::Kind kind) {
+    if (const auto* text = std::get_if<std::u16string>(&argument)) {
+        return kind == Placeholder::Kind::kText ? std::optional(*text) : std::nullopt;
+    }
+    const std::int64_t number = std::get<std::int64_t>(argument);
+    if (kind == Placeholder::Kind::kInteger) return decimalText(std::to_string(number));
+    if (kind == Placeholder::Kind::kUnsigned && number >= 0) return decimalText(std::to_string(number));
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::u16string localizedString(const char* key) { return textFromUtf8(translation(key, std::nullopt)); }
+
+std::u16string localizedString(const char* key, std::int64_t count) {
+    return textFromUtf8(translation(key, count));
+}
+
+std::u16string stringWithFormat(std::u16string_view format, std::initializer_list<FormatArgument> arguments) {
+    std::u16string result;
+    std::size_t nextPosition = 1;
+    while (!format.empty()) {
+        const std::size_t percent = std::min(format.find(u'%'), format.size());
+        result += format.substr(0, percent);
+        format.remove_prefix(percent);
+        if (format.empty()) break;
+        const Placeholder placeholder = placeholderAtStart(format);
+        const std::u16string_view source = format.substr(0, placeholder.length);
+        format.remove_prefix(placeholder.length);
+        if (placeholder.kind == Placeholder::Kind::kPercent) {
+            result.push_back(u'%');
+            continue;
+        }
+        std::optional<std::u16string> filled;
+        if (placeholder.kind != Placeholder::Kind::kUnknown) {
+            const std::size_t position = placeholder.position > 0 ? placeholder.position : nextPosition++;
+            if (position <= arguments.size()) {
+                filled = textOfArgument(*(arguments.begin() + position - 1), placeholder.kind);
+            }
+        }
+        result += filled.value_or(std::u16string(source));
+    }
+    return result;
+}
+
+}  // namespace corvane
