@@ -1,0 +1,299 @@
+#include "dates/RepeatArithmetic.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <vector>
+
+#include "support/TestEnvironment.h"
+
+namespace corvane {
+namespace {
+
+constexpr std::uint64_t kHuge = std::numeric_limits<std::uint64_t>::max();
+constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+
+using Weekdays = std::vector<std::uint64_t>;
+
+// 2024-03-03 is a Sunday.
+TEST(WeeklyRule, TakesTheNextListedDay) {
+    struct Row {
+        const char* what;
+        const char* from;
+        std::int64_t weeks;
+        Weekdays weekdays;
+        const char* sundayFirst;
+        const char* mondayFirst;
+        const char* saturdayFirst;
+    };
+    const Row rows[] = {
+        {"ahead in the week",
+         "2024-03-06 10:00", 1,
+         {6, 2},
+         "2024-03-08 10:00", "2024-03-08 10:00",
+         "2024-03-08 10:00"},
+        {"first of next week",
+         "2024-03-08 10:00", 1,
+         {2, 6},
+         "2024-03-11 10:00", "2024-03-11 10:00",
+         "2024-03-11 10:00"},
+        {"third week",
+         "2024-03-07 10:00", 2,
+         {3, 5},
+         "2024-03-19 10:00", "2024-03-19 10:00",
+         "2024-03-19 10:00"},
+        {"first weekday decides",
+         "2024-03-09 10:00", 2,
+         {1, 4},
+         "2024-03-17 10:00", "2024-03-10 10:00",
+         "2024-03-10 10:00"},
+        {"first weekday decides",
+         "2024-03-08 10:00", 3,
+         {6, 7},
+         "2024-03-09 10:00", "2024-03-09 10:00",
+         "2024-03-23 10:00"},
+        {"first weekday decides",
+         "2024-03-10 10:00", 1,
+         {7},
+         "2024-03-16 10:00", "2024-03-16 10:00",
+         "2024-03-16 10:00"},
+        {"back in the same week",
+         "2024-03-06 10:00", 0,
+         {2, 3},
+         "2024-03-04 10:00", "2024-03-04 10:00",
+         "2024-03-04 10:00"},
+        {"back to the start of the week",
+         "2024-03-06 10:00", 0,
+         {1},
+         "2024-03-03 10:00", "2024-03-10 10:00",
+         "2024-03-03 10:00"},
+        {"weeks back",
+         "2024-03-06 10:00", -1,
+         {2},
+         "2024-02-26 10:00", "2024-02-26 10:00",
+         "2024-02-26 10:00"},
+        {"over new year",
+         "2024-12-30 10:00", 1,
+         {5},
+         "2025-01-02 10:00", "2025-01-02 10:00",
+         "2025-01-02 10:00"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::string(row.what) + " from " + row.from);
+        const TestEnvironment environment({.timeZone = "Europe/Berlin", .locale = "en_US"});
+        const Date from = at(row.from);
+        EXPECT_EQ(civilText(dateByAddingWeeks(from, row.weeks, row.weekdays)), row.sundayFirst);
+        environment->locale = "de_DE";
+        EXPECT_EQ(civilText(dateByAddingWeeks(from, row.weeks, row.weekdays)), row.mondayFirst);
+        environment->locale = "ar_EG";
+        EXPECT_EQ(civilText(dateByAddingWeeks(from, row.weeks, row.weekdays)), row.saturdayFirst);
+    }
+}
+
+TEST(WeeklyRule, AddsWeeksAloneWithoutAnotherDayToFind) {
+    struct Row {
+        std::int64_t weeks;
+        Weekdays weekdays;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {2,  {4},        "2024-03-20 10:00:00.250"},
+        {0,  {4},        "2024-03-06 10:00:00.250"},
+        {-1, {4},        "2024-02-28 10:00:00.250"},
+        {1,  {},         "2024-03-13 10:00:00.250"},
+        {0,  {},         "2024-03-06 10:00:00.250"},
+        {1,  {9},        "2024-03-13 10:00:00.250"},
+        {0,  {0, kHuge}, "2024-03-06 10:00:00.250"},
+    };
+    const TestEnvironment environment;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.weekdays));
+        EXPECT_EQ(civilText(dateByAddingWeeks(at("2024-03-06 10:00:00.250"), row.weeks, row.weekdays)),
+                  row.expected);
+    }
+}
+
+TEST(WeeklyRule, KeepsTheFractionOnlyOnTheWayAhead) {
+    const TestEnvironment environment;
+    EXPECT_EQ(dateByAddingWeeks(at("2024-03-06 10:00:00.250"), 1, Weekdays{6}),
+              at("2024-03-08 10:00:00.250"));
+    EXPECT_EQ(dateByAddingWeeks(at("2024-03-06 10:00:00.250"), 1, Weekdays{2}), at("2024-03-11 10:00"));
+    EXPECT_EQ(dateByAddingWeeks(at("2024-03-09 10:00:00.250"), 1, Weekdays{7, 7}), at("2024-03-16 10:00"));
+}
+
+TEST(WeeklyRule, PassesGapsOfTheZone) {
+    struct Row {
+        const char* what;
+        const char* zone;
+        const char* locale;
+        const char* from;
+        std::int64_t weeks;
+        Weekdays weekdays;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"into summer time",                "Europe/Berlin", "de_DE", "2024-03-30 09:00", 1, {1}, "2024-03-31 09:00"},
+        {"into winter time",                "Europe/Berlin", "de_DE", "2024-10-26 09:00", 1, {1}, "2024-10-27 09:00"},
+        {"onto a skipped time",             "Europe/Berlin", "de_DE", "2024-03-30 02:30", 1, {1}, "2024-03-31 03:30"},
+        {"walking over a skipped time",
+         "Europe/Berlin",                                    "ar_EG",
+         "2024-03-30 02:30",                                                              1,
+         {2},
+         "2024-04-01 03:30"                                                                                         },
+        {"back to a skipped midnight",
+         "America/Sao_Paulo",                                "pt_BR",
+         "2018-11-03",                                                                    1,
+         {1},
+         "2018-11-04 01:00"                                                                                         },
+        {"weekday left out",                "Pacific/Apia",  "en_US", "2011-12-29 09:00", 1, {6}, "2012-01-06 09:00"},
+        {"weekday left out, no other week",
+         "Pacific/Apia",                                     "en_US",
+         "2011-12-29 09:00",                                                              0,
+         {6},
+         "2011-12-29 09:00"                                                                                         },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        const TestEnvironment environment({.timeZone = row.zone, .locale = row.locale});
+        EXPECT_EQ(civilText(dateByAddingWeeks(at(row.from), row.weeks, row.weekdays)), row.expected);
+    }
+}
+
+TEST(WeeklyRule, FitsTheListedWeekdaysOfTheLocalDay) {
+    const TestEnvironment environment({.timeZone = "Asia/Tokyo"});
+    const Date wednesday = at("2024-03-06 01:00");  // still Tuesday in UTC
+    EXPECT_TRUE(isAlignedWithWeeklyRepeatWeekdays(wednesday, Weekdays{}));
+    EXPECT_TRUE(isAlignedWithWeeklyRepeatWeekdays(wednesday, Weekdays{7, 4}));
+    EXPECT_FALSE(isAlignedWithWeeklyRepeatWeekdays(wednesday, Weekdays{3, 5}));
+    EXPECT_FALSE(isAlignedWithWeeklyRepeatWeekdays(wednesday, Weekdays{11, kHuge}));
+}
+
+// March 2024 begins on a Friday and ends on a Sunday, June 2024 begins on a Saturday.
+TEST(MonthlyRule, TakesTheNextMatchingDay) {
+    struct Row {
+        const char* what;
+        const char* from;
+        std::int64_t months;
+        std::uint64_t weekday, ordinal;
+        const char* expected;
+    };
+    constexpr Row kRows[] = {
+        {"second Thursday, ahead",                    "2024-03-05 09:00",        1,  5,             2,     "2024-03-14 09:00"       },
+        {"second Thursday, the day itself",           "2024-03-14 09:00",        1,  5,             2,     "2024-04-11 09:00"       },
+        {"second Thursday, past",                     "2024-03-20 09:00",        1,  5,             2,     "2024-04-11 09:00"       },
+        {"second Thursday, months back",              "2024-03-20 09:00",        -1, 5,             2,     "2024-02-08 09:00"       },
+        {"second Thursday, no months",                "2024-03-20 09:00",        0,  5,             2,     "2024-03-14 09:00"       },
+        {"third Tuesday, ahead",                      "2024-03-05 09:00",        7,  3,             3,     "2024-03-19 09:00"       },
+        {"third Tuesday, past",                       "2024-03-19 09:00",        7,  3,             3,     "2024-10-15 09:00"       },
+        {"last of four Mondays",                      "2024-02-01 09:00",        1,  2,             5,     "2024-02-26 09:00"       },
+        {"last of five Mondays",                      "2024-04-01 09:00",        1,  2,             5,     "2024-04-29 09:00"       },
+        {"fourth of five Mondays",                    "2024-04-02 09:00",        1,  2,             4,     "2024-04-22 09:00"       },
+        {"ordinal beyond the last",                   "2024-04-02 09:00",        1,  2,             kHuge, "2024-04-29 09:00"       },
+        {"last day, ahead",                           "2024-01-15 09:00",        1,  1000,          5,     "2024-01-31 09:00"       },
+        {"last day, leap year",                       "2024-01-31 09:00",        1,  1000,          5,     "2024-02-29 09:00"       },
+        {"last day, common year",                     "2023-01-31 09:00",        1,  1000,          6,     "2023-02-28 09:00"       },
+        {"last day, from a short month",              "2023-02-28 09:00",        1,  1000,          5,     "2023-03-31 09:00"       },
+        {"third day from the 31st",                   "2024-01-31 09:00",        1,  1000,          3,     "2024-02-03 09:00"       },
+        {"first weekend day",                         "2024-05-31 09:00",        1,  1002,          1,     "2024-06-01 09:00"       },
+        {"second weekend day is the second Saturday", "2024-06-01 09:00",        1,  1002,          2,     "2024-06-08 09:00"       },
+        {"last weekend day is the last Saturday",     "2024-03-05 09:00",        1,  1002,          5,     "2024-03-30 09:00"       },
+        {"last weekend day is the last Sunday",       "2024-02-05 09:00",        1,  1002,          kHuge, "2024-02-24 09:00"       },
+        {"first working day",                         "2024-05-31 09:00",        1,  1001,          1,     "2024-06-03 09:00"       },
+        {"fourth working day",                        "2024-03-01 09:00",        1,  1001,          4,     "2024-03-06 09:00"       },
+        {"last working day",                          "2024-06-03 09:00",        1,  1001,          5,     "2024-06-28 09:00"       },
+        {"working day beyond the last",               "2024-06-03 09:00",        1,  1001,          kHuge, "2024-06-28 09:00"       },
+        {"fraction dropped by a rule",                "2024-03-05 09:00:00.500", 1,  5,             2,     "2024-03-14 09:00"       },
+        {"fraction kept without a rule",              "2024-03-05 09:00:00.500", 1,  0,             2,     "2024-04-05 09:00:00.500"},
+        {"no ordinal",                                "2024-01-31 09:00",        1,  5,             0,     "2024-02-29 09:00"       },
+        {"no such day kind",                          "2024-01-31 09:00",        1,  8,             2,     "2024-02-29 09:00"       },
+        {"no such day kind",                          "2024-01-31 09:00",        1,  kHuge,         2,     "2024-02-29 09:00"       },
+        {"no such day kind",                          "2024-01-31 09:00",        1,  0x1'0000'0005, 2,     "2024-02-29 09:00"       },
+        {"over summer time",                          "2024-03-30 09:00",        1,  1,             5,     "2024-03-31 09:00"       },
+        {"onto a skipped time",                       "2024-03-30 02:30",        1,  1,             5,     "2024-03-31 03:30"       },
+    };
+    const TestEnvironment environment({.timeZone = "Europe/Berlin"});
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(std::string(row.what) + " from " + row.from);
+        EXPECT_EQ(civilText(dateByAddingMonths(at(row.from), row.months, row.weekday, row.ordinal)),
+                  row.expected);
+    }
+}
+
+TEST(MonthlyRule, MatchesADayOfTheMonthWhereverTheDateStands) {
+    const TestEnvironment environment;
+    EXPECT_EQ(matchingDateByAddingMonths(at("2024-06-20 15:30"), 0, 1001, 1), at("2024-06-03 15:30"));
+    EXPECT_EQ(matchingDateByAddingMonths(at("2024-06-01 15:30"), 0, 1001, 3), at("2024-06-05 15:30"));
+    EXPECT_EQ(matchingDateByAddingMonths(at("2024-05-31 15:30"), 1, 1000, 1), at("2024-06-01 15:30"));
+}
+
+TEST(MonthlyRule, FitsItsDayToTheSubsecond) {
+    struct Row {
+        const char* date;
+        std::uint64_t weekday, ordinal;
+        bool expected;
+    };
+    constexpr Row kRows[] = {
+        {"2024-03-14 09:00",        5,    2, true },
+        {"2024-03-14 09:00:00.500", 5,    2, false},
+        {"2024-03-14 09:00:01",     5,    2, true },
+        {"2024-03-21 09:00",        5,    2, false},
+        {"2024-03-29 09:00",        6,    5, true },
+        {"2024-03-22 09:00",        6,    5, false},
+        {"2024-02-29 09:00",        1000, 5, true },
+        {"2024-02-28 09:00",        1000, 5, false},
+        {"2024-06-09 09:00",        1002, 2, false},
+        {"2024-03-01",              1001, 1, true },
+        {"2024-03-14 09:00:00.500", 0,    2, true },
+        {"2024-03-14 09:00:00.500", 5,    0, true },
+    };
+    const TestEnvironment environment({.timeZone = "America/New_York"});
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(std::string(row.date) + " " + std::to_string(row.weekday));
+        EXPECT_EQ(isAlignedWithMonthlyRepeatWeekday(at(row.date), row.weekday, row.ordinal), row.expected);
+    }
+}
+
+TEST(YearlyRule, KeepsDayAndTime) {
+    struct Row {
+        const char* from;
+        std::int64_t years;
+        const char* expected;
+    };
+    constexpr Row kRows[] = {
+        {"2024-02-29 09:00",        1,    "2025-02-28 09:00"       },
+        {"2024-02-29 09:00",        4,    "2028-02-29 09:00"       },
+        {"2024-02-29 09:00",        -124, "1900-02-28 09:00"       },
+        {"2024-06-15 09:00:00.250", 0,    "2024-06-15 09:00:00.250"},
+        {"2024-06-15 09:00:00.250", 1,    "2025-06-15 09:00:00.250"},
+        {"2023-03-31 02:30",        1,    "2024-03-31 03:30"       },
+    };
+    const TestEnvironment environment({.timeZone = "Europe/Berlin"});
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(std::string(row.from) + " plus " + std::to_string(row.years));
+        EXPECT_EQ(civilText(dateByAddingYears(at(row.from), row.years)), row.expected);
+    }
+}
+
+TEST(RepeatArithmetic, EndsForCountsAndDatesOfAnySize) {
+    const TestEnvironment environment({.timeZone = "Europe/Berlin"});
+    const Date date = at("2024-03-08 09:00");
+    const TimeInterval infinite(std::numeric_limits<double>::infinity());
+    for (const Date from : {date, Date(infinite), Date(-infinite), Date(infinite * 0)}) {
+        for (const std::int64_t count : {kLeast, kMost}) {
+            const Date byWeeks = dateByAddingWeeks(from, count, Weekdays{2, 4});
+            const Date byMonths = dateByAddingMonths(from, count, 2, 1);
+            const Date byYears = dateByAddingYears(from, count);
+            for (const Date result : {byWeeks, byMonths, byYears}) {
+                EXPECT_LT(std::abs(result.time_since_epoch().count()), 1e15) << count;
+            }
+        }
+    }
+    EXPECT_LT(dateByAddingWeeks(date, kLeast, Weekdays{2}), date);
+    EXPECT_GT(dateByAddingWeeks(date, kMost, Weekdays{2}), date);
+    EXPECT_LT(dateByAddingMonths(date, kLeast, 2, 1), date);
+    EXPECT_GT(dateByAddingMonths(date, kMost, 2, 1), date);
+}
+
+}  // namespace
+}  // namespace corvane
