@@ -1,0 +1,69 @@
+#include "apps/corvane/CommandLine.h"
+
+#include <cstdio>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "platform/foundation/Environment.h"
+
+namespace corvane {
+namespace {
+
+void addGlobalOptions(CLI::App& app, Program& program) {
+    app.add_option("--container", program.options.environment.container, "The folder of the store")
+        ->type_name("DIR");
+    app.add_option("--now", program.options.environment.now, "Stands in for the clock (RFC 3339)")
+        ->type_name("TIME");
+    app.add_flag("--json", program.options.json, "Print data as JSON");
+    app.set_version_flag("--version", "corvane " CORVANE_VERSION);
+}
+
+void addCommands(CLI::App& app, Program& program) {
+    app.require_subcommand(1);
+    app.fallthrough();
+    addTodayCommand(app, program);
+}
+
+// A text of several lines becomes one: errors are one line.
+void say(std::string message) {
+    for (char& c : message) {
+        if (c == '\n' || c == '\r') c = ' ';
+    }
+    std::fprintf(stderr, "corvane: %s\n", message.c_str());
+}
+
+int parseFailure(const CLI::App& app, const CLI::ParseError& error) {
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
+    say(error.what());
+    return kUsage;
+}
+
+}  // namespace
+
+int runCommandLine(int argumentCount, const char* const* arguments) {
+    Program program;
+    CLI::App app("The today widget and the task store in the terminal.", "corvane");
+    addGlobalOptions(app, program);
+    addCommands(app, program);
+    // Options are in force before the first command runs, wherever they stand.
+    app.parse_complete_callback([&program] {
+        if (const auto problem = setUpProgramEnvironment(program.options.environment)) {
+            throw CommandFailure(*problem, kUsage);
+        }
+    });
+    try {
+        app.parse(argumentCount, arguments);
+        Environment::current().mainQueue->drain();
+        program.flush();
+        return program.exitCode;
+    } catch (const CLI::ParseError& error) {
+        return parseFailure(app, error);
+    } catch (const CommandFailure& failure) {
+        std::fflush(stdout);
+        say(failure.what());
+        return failure.exitCode();
+    }
+}
+
+}  // namespace corvane

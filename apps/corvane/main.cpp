@@ -1,0 +1,3 @@
+#include "apps/corvane/CommandLine.h"
+
+int main(int argumentCount, char** arguments) { return corvane::runCommandLine(argumentCount, arguments); }

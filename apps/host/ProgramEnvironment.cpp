@@ -1,0 +1,34 @@
+#include "apps/host/ProgramEnvironment.h"
+
+#include <clocale>
+
+#include "dates/Rfc3339.h"
+#include "platform/foundation/Environment.h"
+#include "platform/foundation/Text.h"
+
+namespace corvane {
+namespace {
+
+// People type "2024-03-05T12:00:00Z" as well as the form with milliseconds.
+std::optional<Date> clockFromText(const std::string& text) {
+    std::u16string full = textFromUtf8(text);
+    if (full.size() == 20 && full.back() == u'Z') full.insert(full.size() - 1, u".000");
+    return dateFromRfc3339(full);
+}
+
+}  // namespace
+
+std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options) {
+    std::setlocale(LC_ALL, "");
+    Environment& environment = Environment::current();
+    environment.documentsDirectory = Environment::defaultDocumentsDirectory();
+    environment.useContainerDirectory(options.container.empty() ? Environment::defaultContainerDirectory()
+                                                                : options.container);
+    if (options.now.empty()) return std::nullopt;
+    const std::optional<Date> date = clockFromText(options.now);
+    if (!date) return "--now takes a time like 2024-03-05T12:00:00Z, not \"" + options.now + "\"";
+    environment.now = [fixed = *date] { return fixed; };
+    return std::nullopt;
+}
+
+}  // namespace corvane
