@@ -89,10 +89,14 @@ class ManagedObject {
     /// Fills a fault. A row that is gone leaves the object with default values.
     void willAccess() const;
 
-    /// The value as stored: nil stays nil where an accessor would read 0. To-many: nil.
+    /// The value as stored: nil stays nil where an accessor would read 0, and a value of another kind than
+    /// the attribute's (a text in a number's column) is given as it is. A column that the file lacks gives
+    /// the attribute's default. To-many, and every property of an object whose row is gone: nil.
     Value valueForKey(std::string_view key) const;
     Value valueAt(PropertyIndex index) const;
-    /// Members of a to-many relationship.
+    /// As valueAt, without a copy: valid until the object's next change.
+    ValueView viewAt(PropertyIndex index) const;
+    /// Members of a to-many relationship; none for an object whose row is gone.
     const std::vector<ManagedObject*>& membersAt(PropertyIndex index) const;
     /// Sets an attribute or to-one relationship by name; writes only a different value.
     void setValueForKey(std::string_view key, const Value& value);

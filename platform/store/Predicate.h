@@ -5,10 +5,15 @@
 // NULL YES NO TRUE FALSE, numbers, quoted texts, TRUEPREDICATE FALSEPREDICATE, %@ %ld %d %K and $NAME.
 //
 // A comparison with nil on either side is neither true nor false, as in SQL; "== nil" and "!= nil" test for
-// nil. A condition that is neither selects nothing, negated or not. Memory and SQL answer alike.
+// nil. A condition that is neither selects nothing, negated or not. ANY, ALL and NONE are always one or the
+// other: a member for which the comparison is neither counts as one that does not fulfil it.
+//
+// Booleans, integers, reals and dates (seconds since 2001) compare as numbers, texts by code points. Numbers
+// come before texts and texts before bytes, as in SQLite. Memory and SQL answer alike.
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <map>
 #include <memory>
 #include <span>
@@ -28,10 +33,14 @@ struct PredicateError {
 
 struct PredicateNode;
 
+/// What fills a placeholder or a $NAME: a value, or a list for the right side of IN and BETWEEN. A null
+/// object and a NaN count as nil.
+using PredicateArgument = std::variant<Value, std::vector<Value>>;
+
 class Predicate {
   public:
-    /// Values of $NAMEs, by name without "$". A list is the right side of IN.
-    using Variables = std::map<std::string, Value, std::less<>>;
+    /// Values of $NAMEs, by name without "$".
+    using Variables = std::map<std::string, PredicateArgument, std::less<>>;
 
     explicit Predicate(std::shared_ptr<const PredicateNode> root);
 
@@ -42,8 +51,12 @@ class Predicate {
     /// Whether the object fulfils it, by its values in memory. A variable that was never filled in is nil.
     bool evaluate(const ManagedObject& object) const;
 
-    /// The predicate as text, in one spelling: parsing it gives an equal predicate.
+    /// The predicate as text, in one spelling: parsing it gives an equal predicate, unless it holds objects
+    /// or bytes, which have no literals.
     std::u16string predicateFormat() const;
+
+    /// Same structure and same values.
+    bool operator==(const Predicate& other) const;
 
     const PredicateNode& root() const { return *root_; }
 
@@ -54,10 +67,16 @@ class Predicate {
 /// Parses a predicate text. Placeholders take the arguments in order; %K takes a text as a key path.
 /// Nesting is bounded; a text that is nested deeper is an error.
 [[nodiscard]] std::variant<Predicate, PredicateError> predicateWithFormat(
-    std::u16string_view format, std::span<const Value> arguments = {});
+    std::u16string_view format, std::span<const PredicateArgument> arguments = {});
 
-/// The predicate of a fixed text of the program, parsed on first use and kept. A text that does not parse is
-/// a fault of the program and stops it.
-const Predicate& fixedPredicate(const char16_t* format);
+/// The predicate of a fixed text of the program, parsed on first use and kept. A text that does not parse, or
+/// that has placeholders, is a fault of the program and stops it.
+const Predicate& fixedPredicate(std::u16string_view format);
+
+/// As above for a text with placeholders; arguments that do not fit them stop the program.
+Predicate fixedPredicate(std::u16string_view format, std::initializer_list<PredicateArgument> arguments);
+
+/// Fulfilled when all are; without any, always.
+Predicate andPredicateWithSubpredicates(const std::vector<Predicate>& predicates);
 
 }  // namespace corvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,20 +18,32 @@ struct SqlQuery {
     std::string joins;              ///< " LEFT JOIN ZGLIST t1 ON t1.Z_PK = t0.ZLIST ..."
     std::string where;              ///< a condition; "1" when every row fits
     std::string orderBy;            ///< ends in t0.Z_PK
-    std::vector<Value> parameters;  ///< of `where`; a ManagedObject* stands for its row number
+    std::vector<Value> parameters;  ///< of `where`, in order: nil, integers, doubles, texts and bytes only
 
     /// False when a part of the predicate cannot be said in SQL: the rows are then a superset, to be judged
     /// in memory.
     bool isExact = true;
 
-    /// Alias of each joined to-one path ("list" → "t1").
-    std::vector<std::pair<std::string, std::string>> aliases;
+    struct JoinedPath {
+        std::string keyPath;  ///< "list.user"
+        std::string alias;    ///< "t2"
+        const EntityDescription* entity = nullptr;
+    };
+    /// The to-one paths of `joins`: those of the predicate, of the sort keys and of the prefetching.
+    std::vector<JoinedPath> joinedPaths;
+
+    /// Entities whose rows `where` reads through to-many paths, each once. While one of them has unsaved
+    /// changes, every row may fit or not: it is to be judged in memory.
+    std::vector<const EntityDescription*> subqueryEntities;
 };
 
 /// Whether the file has a column. One that it lacks reads as the attribute's default.
 using HasColumn = std::function<bool(const EntityDescription&, PropertyIndex)>;
 
-/// @throws nothing; a key path that the model does not know gives `std::nullopt` and the reason in `error`
+/// A key path that the model does not know, or a comparison of kinds that do not fit (a number with a text),
+/// gives none, and one line for people in `error`. Throws nothing.
+///
+/// The tables that are joined never drive the query: t0 is read by its own indexes, the others by row number.
 std::optional<SqlQuery> sqlQueryForRequest(const FetchRequest& request, const ManagedObjectModel& model,
                                            const HasColumn& hasColumn, std::string& error);
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 
 #include "platform/foundation/Date.h"
@@ -18,5 +20,11 @@ using Value =
     std::variant<std::monostate, bool, std::int64_t, double, Date, std::u16string, Bytes, ManagedObject*>;
 
 inline bool isNil(const Value& value) { return std::holds_alternative<std::monostate>(value); }
+
+/// A value looked at where it lies, without a copy.
+using ValueView = std::variant<std::monostate, bool, std::int64_t, double, Date, std::u16string_view,
+                               std::span<const std::uint8_t>, ManagedObject*>;
+
+ValueView viewOf(const Value& value);
 
 }  // namespace corvane
