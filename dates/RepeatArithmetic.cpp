@@ -20,11 +20,18 @@ Date dateOnDay(const Calendar& calendar, const cctz::civil_day& day, const cctz:
         cctz::civil_second(day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()));
 }
 
-// The first listed weekday from `date` on and before `end`. It steps from date to date, so that a time which
-// one day skips stays moved on for the days after it; the count ends steps that do not get ahead, at the far
-// end of time.
+bool holdsListedDay(cctz::civil_day day, const cctz::civil_day& end,
+                    std::span<const std::uint64_t> weekdays) {
+    while (day < end && !contains(weekdays, Calendar::weekday(day))) ++day;
+    return day < end;
+}
+
+// The first listed weekday from `date` on and before `end`, within a week. It steps from date to date, so
+// that a time which one day skips stays moved on for the days after it, and counts the steps, since those at
+// the far end of time do not get ahead.
 std::optional<Date> firstListedDate(const Calendar& calendar, Date date, const cctz::civil_day& end,
                                     std::span<const std::uint64_t> weekdays) {
+    if (!holdsListedDay(calendar.civilDay(date), end, weekdays)) return std::nullopt;  // spares the steps
     for (int step = 0; step < kDaysPerWeek; ++step) {
         const cctz::civil_day day = calendar.civilDay(date);
         if (day >= end) return std::nullopt;
