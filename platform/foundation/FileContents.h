@@ -1,0 +1,25 @@
+// Whole files: read with a bound, written all or not at all.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <system_error>
+#include <variant>
+#include <vector>
+
+namespace corvane {
+
+/// The bytes of a file, or why they cannot be had; a file larger than `maximumSize` bytes gives
+/// `std::errc::file_too_large`.
+std::variant<std::vector<std::uint8_t>, std::error_code> contentsOfFile(const std::filesystem::path& file,
+                                                                        std::size_t maximumSize);
+
+/// Replaces a file through a temporary one beside it, with the owner's rights only and written through to the
+/// disk. A symbolic link stays one; the file behind it is replaced.
+///
+/// @return no error, or why the file is as it was
+[[nodiscard]] std::error_code writeFileAtomically(const std::filesystem::path& file,
+                                                  std::span<const std::uint8_t> contents);
+
+}  // namespace corvane
