@@ -46,7 +46,7 @@ class TableView : public View {
 
     TableViewDataSource* dataSource = nullptr;
     TableViewDelegate* delegate = nullptr;
-    double rowHeight = 44;
+    double rowHeight = 0;  ///< of every row, in points
 
     /// Says how cells of an identifier are made. Cells that exist already stay.
     void registerCellFactory(std::string identifier, CellFactory factory);
