@@ -29,6 +29,8 @@ TEST(Midnight, IsTheFirstInstantOfTheLocalDay) {
         {"midnight skipped",                    "America/Sao_Paulo", u"2018-11-04T15:00:00.000Z", u"2018-11-04T03:00:00.000Z"},
         {"midnight skipped",                    "Asia/Beirut",       u"2024-03-31T09:00:00.000Z", u"2024-03-30T22:00:00.000Z"},
         {"midnight skipped",                    "Atlantic/Azores",   u"2024-03-31T12:00:00.000Z", u"2024-03-31T01:00:00.000Z"},
+        {"23:30 to 00:30 skipped",              "America/Toronto",   u"1919-03-31T15:00:00.000Z",
+         u"1919-03-31T04:30:00.000Z"                                                                                         },
         {"midnight twice, after the second",    "Atlantic/Azores",   u"2024-10-27T01:30:00.000Z",
          u"2024-10-27T00:00:00.000Z"                                                                                         },
         {"last hour twice, its second pass",    "America/Sao_Paulo", u"2018-02-18T02:30:00.000Z",

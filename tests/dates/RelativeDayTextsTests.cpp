@@ -87,6 +87,7 @@ std::optional<std::string> polish(const char* key, std::optional<std::int64_t> c
     if (english == "%d days ago") return count ? std::optional<std::string>("%d dni temu") : std::nullopt;
     if (english == "In %d days") return isFew ? "Za %d dni (2-4)" : "Za %d dni (5+)";
     if (english == "2 days ago") return "Przedwczoraj";
+    if (english == "In 2 days") return "Pojutrze";
     if (english == "Today at %@") return "%@ dzisiaj";
     if (english == "%d days after") return isFew ? "%d dni po" : "%%d bez liczby";
     return std::nullopt;
@@ -103,6 +104,7 @@ TEST(RelativeDayTexts, SpeakTheUsersLanguage) {
     EXPECT_EQ(left("2024-03-02"), "3 dni temu");
     EXPECT_EQ(left("2024-03-03"), "Przedwczoraj");
     EXPECT_EQ(left("2024-03-05 14:07"), "14:07 dzisiaj");
+    EXPECT_EQ(left("2024-03-07"), "Pojutrze");
     EXPECT_EQ(left("2024-03-08"), "Za 3 dni (2-4)");
     EXPECT_EQ(left("2024-03-10"), "Za 5 dni (5+)");
     EXPECT_EQ(left("2024-03-04"), "Yesterday");
