@@ -54,7 +54,11 @@ cctz::civil_second dayOfMonth(const cctz::civil_month& month, const cctz::civil_
 
 }  // namespace
 
-Calendar Calendar::current() { return {currentTimeZone(), Locale::current().firstWeekday()}; }
+Calendar Calendar::current() { return {currentTimeZone(), &Locale::current()}; }
+
+Weekday Calendar::firstWeekday() const {
+    return locale_ == nullptr ? firstWeekday_ : locale_->firstWeekday();
+}
 
 cctz::civil_second Calendar::civilSecond(Date date) const { return zone_.lookup(splitDate(date).seconds).cs; }
 
@@ -78,7 +82,7 @@ Date Calendar::startOfDay(const cctz::civil_day& day) const {
 }
 
 cctz::civil_day Calendar::startOfWeek(const cctz::civil_day& day) const {
-    return day - (weekday(day) - firstWeekday_ + 7) % 7;
+    return day - (weekday(day) - firstWeekday() + 7) % 7;
 }
 
 Date Calendar::dateByAddingDays(Date date, std::int64_t days) const {

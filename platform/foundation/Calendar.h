@@ -21,6 +21,8 @@ inline constexpr Weekday kMonday = 2;
 inline constexpr Weekday kFriday = 6;
 inline constexpr Weekday kSaturday = 7;
 
+class Locale;
+
 class Calendar {
   public:
     /// The calendar of this moment: the device's zone, the locale's first weekday. Cheap: cached, and renewed
@@ -30,7 +32,7 @@ class Calendar {
     Calendar(cctz::time_zone zone, Weekday firstWeekday) : zone_(zone), firstWeekday_(firstWeekday) {}
 
     const cctz::time_zone& timeZone() const { return zone_; }
-    Weekday firstWeekday() const { return firstWeekday_; }
+    Weekday firstWeekday() const;
 
     /// Civil fields of an instant; the fraction of a second is dropped.
     cctz::civil_second civilSecond(Date date) const;
@@ -55,8 +57,11 @@ class Calendar {
     Date dateByAddingYears(Date date, std::int64_t years) const;
 
   private:
+    Calendar(cctz::time_zone zone, const Locale* locale) : zone_(zone), locale_(locale) {}
+
     cctz::time_zone zone_;
-    Weekday firstWeekday_;
+    const Locale* locale_ = nullptr;  ///< asked for the first weekday only when somebody needs it
+    Weekday firstWeekday_ = kSunday;  ///< where there is no locale
 };
 
 }  // namespace corvane

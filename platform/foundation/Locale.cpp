@@ -91,14 +91,6 @@ std::u16string withPlainSpaces(std::u16string_view text) {
     return plain;
 }
 
-std::u16string patternOfStyle(std::unique_ptr<icu::DateFormat> format) {
-    icu::UnicodeString pattern;
-    if (const auto* simple = dynamic_cast<const icu::SimpleDateFormat*>(format.get())) {
-        simple->toPattern(pattern);
-    }
-    return textOf(pattern);
-}
-
 // The identifier of the process's settings, in the C library's order of precedence.
 const char* identifierOfProcess() {
     for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
@@ -123,17 +115,34 @@ struct Locale::Services {
         return *calendar;
     }
 
-    /// The formatter of a pattern; the one made first makes room when too many are kept.
+    /// The formatter of a pattern.
     icu::SimpleDateFormat& formatter(const std::u16string& pattern) {
         const auto kept = std::ranges::find(formatters, pattern, &Formatter::pattern);
         if (kept != formatters.end()) return *kept->format;
         UErrorCode status = U_ZERO_ERROR;
-        auto format = std::make_unique<icu::SimpleDateFormat>(aliasOfText(pattern), locale, status);
+        return keep(pattern, std::make_unique<icu::SimpleDateFormat>(aliasOfText(pattern), locale, status));
+    }
+
+    /// Keeps a formatter; the one made first makes room when there are too many.
+    icu::SimpleDateFormat& keep(std::u16string pattern, std::unique_ptr<icu::SimpleDateFormat> format) {
+        UErrorCode status = U_ZERO_ERROR;
         format->setLenient(false);
         format->setBooleanAttribute(UDAT_PARSE_PARTIAL_LITERAL_MATCH, false, status);
         if (formatters.size() == kMaximumFormatters) formatters.erase(formatters.begin());
-        formatters.push_back({pattern, std::move(format)});
+        formatters.push_back({std::move(pattern), std::move(format)});
         return *formatters.back().format;
+    }
+
+    /// The pattern of a style's formatter, which is kept as well: a style's pattern is asked for to format.
+    std::u16string patternOfStyle(icu::DateFormat* created) {
+        std::unique_ptr<icu::DateFormat> owner(created);
+        auto* simple = dynamic_cast<icu::SimpleDateFormat*>(created);
+        if (simple == nullptr) return {};
+        owner.release();
+        icu::UnicodeString pattern;
+        simple->toPattern(pattern);
+        keep(textOf(pattern), std::unique_ptr<icu::SimpleDateFormat>(simple));
+        return textOf(pattern);
     }
 
     icu::Locale locale;
@@ -193,16 +202,16 @@ const std::u16string& Locale::patternForSkeleton(std::string_view skeleton) cons
 
 const std::u16string& Locale::shortTimePattern() const {
     if (!services_->shortTime) {
-        services_->shortTime = patternOfStyle(std::unique_ptr<icu::DateFormat>(
-            icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, services_->locale)));
+        services_->shortTime = services_->patternOfStyle(
+            icu::DateFormat::createTimeInstance(icu::DateFormat::kShort, services_->locale));
     }
     return *services_->shortTime;
 }
 
 const std::u16string& Locale::shortDatePattern() const {
     if (!services_->shortDate) {
-        services_->shortDate = patternOfStyle(std::unique_ptr<icu::DateFormat>(
-            icu::DateFormat::createDateInstance(icu::DateFormat::kShort, services_->locale)));
+        services_->shortDate = services_->patternOfStyle(
+            icu::DateFormat::createDateInstance(icu::DateFormat::kShort, services_->locale));
     }
     return *services_->shortDate;
 }

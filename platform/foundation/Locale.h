@@ -16,7 +16,7 @@ namespace corvane {
 class Locale {
   public:
     /// The locale of this moment (environment, else LC_ALL, LC_TIME, LANG; "C" and "POSIX" read as
-    /// en_US_POSIX).
+    /// en_US_POSIX). The reference stays valid for the life of the process.
     static const Locale& current();
 
     explicit Locale(std::string identifier);
@@ -36,10 +36,12 @@ class Locale {
     /// The pattern of the short date style.
     const std::u16string& shortDatePattern() const;
 
-    /// The date's civil fields in `calendar`, written by a UTS #35 pattern.
+    /// The date's civil fields in `calendar` and its milliseconds, written by a UTS #35 pattern. Zone letters
+    /// in a pattern would show UTC.
     std::u16string stringFromDate(Date date, const std::u16string& pattern, const Calendar& calendar) const;
 
-    /// Reads a text by a pattern, whole and leniently in nothing but field widths.
+    /// Reads a text by a pattern, whole, leniently only in field widths and the kind of blank. Two digits of
+    /// a year mean one from 80 years before `start` to 20 years after.
     /// @return the civil time, missing fields taken from `start`; none when the text does not fit
     std::optional<cctz::civil_second> civilFromString(std::u16string_view text, const std::u16string& pattern,
                                                       const cctz::civil_second& start) const;

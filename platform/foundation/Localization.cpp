@@ -2,6 +2,7 @@
 
 #include <libintl.h>
 
+#include <algorithm>
 #include <optional>
 
 #include "platform/foundation/Environment.h"
@@ -47,6 +48,8 @@ struct Placeholder {
     Kind kind = Kind::kUnknown;
     std::size_t length = 1;
     std::size_t position = 0;  ///< 1 for the first argument, 0 when the format does not say
+
+    bool takesArgument() const { return kind != Kind::kUnknown && kind != Kind::kPercent; }
 };
 
 Placeholder::Kind kindOfConversion(char16_t conversion) {
@@ -100,9 +103,20 @@ std::optional<std::u16string> textOfArgument(const FormatArgument& argument, Pla
         return kind == Placeholder::Kind::kText ? std::optional(*text) : std::nullopt;
     }
     const std::int64_t number = std::get<std::int64_t>(argument);
-    if (kind == Placeholder::Kind::kInteger) return decimalText(std::to_string(number));
-    if (kind == Placeholder::Kind::kUnsigned && number >= 0) return decimalText(std::to_string(number));
-    return std::nullopt;
+    const bool fits =
+        kind == Placeholder::Kind::kInteger || (kind == Placeholder::Kind::kUnsigned && number >= 0);
+    return fits ? std::optional(decimalText(std::to_string(number))) : std::nullopt;
+}
+
+// What stands in the result for a placeholder.
+std::u16string filledPlaceholder(const Placeholder& placeholder, std::u16string_view source,
+                                 std::initializer_list<FormatArgument> arguments) {
+    if (placeholder.kind == Placeholder::Kind::kPercent) return u"%";
+    std::optional<std::u16string> text;
+    if (placeholder.position >= 1 && placeholder.position <= arguments.size()) {
+        text = textOfArgument(arguments.begin()[placeholder.position - 1], placeholder.kind);
+    }
+    return text.value_or(std::u16string(source));
 }
 
 }  // namespace
@@ -116,28 +130,16 @@ std::u16string localizedString(const char* key, std::int64_t count) {
 std::u16string stringWithFormat(std::u16string_view format, std::initializer_list<FormatArgument> arguments) {
     std::u16string result;
     std::size_t nextPosition = 1;
-    while (!format.empty()) {
+    for (;;) {
         const std::size_t percent = std::min(format.find(u'%'), format.size());
         result += format.substr(0, percent);
         format.remove_prefix(percent);
-        if (format.empty()) break;
-        const Placeholder placeholder = placeholderAtStart(format);
-        const std::u16string_view source = format.substr(0, placeholder.length);
+        if (format.empty()) return result;
+        Placeholder placeholder = placeholderAtStart(format);
+        if (placeholder.takesArgument() && placeholder.position == 0) placeholder.position = nextPosition++;
+        result += filledPlaceholder(placeholder, format.substr(0, placeholder.length), arguments);
         format.remove_prefix(placeholder.length);
-        if (placeholder.kind == Placeholder::Kind::kPercent) {
-            result.push_back(u'%');
-            continue;
-        }
-        std::optional<std::u16string> filled;
-        if (placeholder.kind != Placeholder::Kind::kUnknown) {
-            const std::size_t position = placeholder.position > 0 ? placeholder.position : nextPosition++;
-            if (position <= arguments.size()) {
-                filled = textOfArgument(*(arguments.begin() + position - 1), placeholder.kind);
-            }
-        }
-        result += filled.value_or(std::u16string(source));
     }
-    return result;
 }
 
 }  // namespace corvane

@@ -15,8 +15,9 @@ std::u16string localizedString(const char* key);
 /// The translation of a key with a count, in the plural form that `count` takes in the user's language.
 std::u16string localizedString(const char* key, std::int64_t count);
 
-/// Fills "%d", "%ld", "%u", "%@", "%1$@" and "%%" of a format. A placeholder without a fitting argument stays
-/// as it stands, so that a faulty translation cannot break the program.
+/// Fills "%d", "%ld", "%u", "%@", "%1$@" and "%%" of a format. A placeholder without a fitting argument (a
+/// number for "%d", a text for "%@") stays as it stands, so that a faulty translation cannot break the
+/// program.
 std::u16string stringWithFormat(std::u16string_view format,
                                 std::initializer_list<std::variant<std::int64_t, std::u16string>> arguments);
 

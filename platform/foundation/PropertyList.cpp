@@ -1,5 +1,6 @@
 #include "platform/foundation/PropertyList.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>

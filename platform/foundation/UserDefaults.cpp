@@ -4,6 +4,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <time.h>
+#include <algorithm>
 
 #include <chrono>
 #include <cmath>

@@ -3,6 +3,7 @@
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <algorithm>
 
 #include <cstdlib>
 #include <fstream>
