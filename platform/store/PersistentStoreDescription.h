@@ -1,6 +1,7 @@
 // Where a store lies and how it is to be opened.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 
 namespace corvane {
@@ -12,6 +13,8 @@ struct PersistentStoreDescription {
     bool infersMappingModel = false;
     /// Makes the store when the file is not there (0600). Otherwise a missing file is an error.
     bool createsMissingStore = true;
+    /// How long reading and saving wait for a lock that another program holds.
+    std::chrono::milliseconds busyTimeout{5000};
 };
 
 }  // namespace corvane

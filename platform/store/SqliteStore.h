@@ -7,27 +7,31 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <variant>
-#include <vector>
 
 #include "platform/store/ModelDescription.h"
 #include "platform/store/PersistentStoreDescription.h"
 #include "platform/store/SqliteStatement.h"
 #include "platform/store/StoreError.h"
+#include "platform/store/StoreMetadata.h"
+#include "platform/store/StoreSchema.h"
 
 namespace corvane {
 
-/// The columns of an entity that the file has, as they stand in a select list.
-struct SelectList {
-    std::string text;  ///< "t0.Z_PK, t0.Z_OPT, t0.ZNAME, ..." with the alias it was made for
-    std::vector<PropertyIndex> properties;  ///< of the columns after Z_PK and Z_OPT, in order
-};
+class SqliteDatabase;
+struct OpenedStore;
 
 class SqliteStore {
   public:
+    /// What tells one file from another that took its name.
+    struct FileIdentity {
+        std::uint64_t device = 0;
+        std::uint64_t inode = 0;
+        bool operator==(const FileIdentity&) const = default;
+    };
+
     /// Opens the file, recognises it and, where the description allows and nothing is there, makes it. On an
     /// error a file that was there is as it was, its companions included.
     static std::variant<std::unique_ptr<SqliteStore>, StoreError> open(
@@ -35,76 +39,47 @@ class SqliteStore {
     /// Closes without copying the log into the main file and without removing the companions.
     ~SqliteStore();
 
-    const std::filesystem::path& file() const;
-    const std::string& uuid() const;
-    const ManagedObjectModel& model() const;
-    /// Persistent history, or a file or directory that cannot be written.
-    bool isReadOnly() const;
+    const std::filesystem::path& file() const { return file_; }
+    const std::string& uuid() const { return metadata_.uuid; }
+    const ManagedObjectModel& model() const { return model_; }
+    /// Why nothing can be saved: persistent history, or a file or directory that cannot be written. Empty
+    /// when saving is possible.
+    const std::string& readOnlyReason() const;
+    bool isReadOnly() const { return !readOnlyReason().empty(); }
     /// Whether this program made the store.
-    bool isOurs() const;
+    bool isOurs() const { return metadata_.isOurs; }
 
     /// A number that moves when, and only when, another connection has committed.
     std::int64_t dataVersion();
+    /// Whether the path names another file by now, or none: the store must be opened afresh.
+    bool isReplaced() const;
 
-    // Schema. Read again when another process changed it.
+    // Schema. Both read it again when another process changed it; selectList looks for itself, hasColumn
+    // notices what the connection's last read has noticed, so ask for the select list first.
     bool hasColumn(const EntityDescription& entity, PropertyIndex property);
+    /// The reference stays; what it refers to is renewed with the schema.
     const SelectList& selectList(const EntityDescription& entity, std::string_view alias = "t0");
 
     // Statements
     /// A prepared statement from the cache, or why the text cannot be prepared.
-    std::variant<SqliteStatement, StoreError> prepare(const std::string& sql);
+    std::variant<SqliteStatement, StoreError> prepare(std::string_view sql);
     /// The error of the statement that failed last.
     StoreError lastError() const;
-    /// How many statements were stepped since the store was opened.
+    /// How many statements were run since the store was opened.
     std::size_t statementCount() const;
 
   private:
     friend class SaveTransaction;
-    struct Implementation;
-    explicit SqliteStore(std::unique_ptr<Implementation> implementation);
-    std::unique_ptr<Implementation> implementation_;
-};
+    SqliteStore(std::filesystem::path file, const ManagedObjectModel& model, OpenedStore opened);
 
-/// One save: an immediate transaction, rolled back unless it was committed. After the first error every
-/// further call does nothing, and `commit` reports that error.
-class SaveTransaction {
-  public:
-    using ChangedValue = std::pair<PropertyIndex, Value>;
-
-    /// Begins; waits for other writers up to the busy timeout. Refuses on a read-only store.
-    explicit SaveTransaction(SqliteStore& store);
-    ~SaveTransaction();
-    SaveTransaction(const SaveTransaction&) = delete;
-    SaveTransaction& operator=(const SaveTransaction&) = delete;
-
-    bool failed() const;
-
-    /// Takes `count` row numbers for new rows and raises Z_MAX. @return the first of them
-    std::int64_t takeKeys(const EntityDescription& entity, std::int64_t count);
-
-    /// Writes a new row with Z_OPT 1. Values that are nil need not be given.
-    void insertRow(const EntityDescription& entity, std::int64_t key,
-                   const std::vector<ChangedValue>& values);
-    /// The row's Z_OPT (NULL counts as 0); none when the row is gone.
-    std::optional<std::int64_t> version(const EntityDescription& entity, std::int64_t key);
-    /// Writes the changed columns if the row still has `version`, and raises it.
-    /// @return the new version; none when the row has another version or is gone
-    std::optional<std::int64_t> updateRow(const EntityDescription& entity, std::int64_t key,
-                                          std::int64_t version, const std::vector<ChangedValue>& values);
-    /// @return false when the row has another version or is gone
-    bool deleteRow(const EntityDescription& entity, std::int64_t key, std::int64_t version);
-    /// Sets a to-one column to NULL in every row that points at a deleted one, raising their versions.
-    void nullifyReferences(const EntityDescription& entity, PropertyIndex toOne, std::int64_t key);
-    /// Rows whose to-one column points at `key`.
-    std::vector<std::int64_t> referencingKeys(const EntityDescription& entity, PropertyIndex toOne,
-                                              std::int64_t key);
-
-    [[nodiscard]] std::optional<StoreError> commit();
-
-  private:
-    SqliteStore& store_;
-    std::optional<StoreError> error_;
-    bool isOpen_ = false;
+    std::filesystem::path file_;
+    FileIdentity identity_;
+    const ManagedObjectModel& model_;
+    std::unique_ptr<SqliteDatabase> database_;
+    StoreMetadata metadata_;
+    StoreSchema schema_;
+    std::string placeReason_;  ///< why the place does not allow to save
+    std::int64_t dataVersion_ = 0;
 };
 
 }  // namespace corvane

@@ -6,12 +6,12 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "platform/foundation/Date.h"
 
 namespace corvane {
-
-class SqliteStore;
 
 class StoreWatcher {
   public:
@@ -20,19 +20,25 @@ class StoreWatcher {
     /// How often to ask where no events can be had.
     static constexpr TimeInterval kPollInterval{5};
 
+    /// Watches the directory that the file, or what it links to, lies in. The file need not be there yet.
     explicit StoreWatcher(const std::filesystem::path& storeFile);
     ~StoreWatcher();
     StoreWatcher(const StoreWatcher&) = delete;
     StoreWatcher& operator=(const StoreWatcher&) = delete;
 
-    /// Readable when something happened in the directory; none when events cannot be had.
+    /// Readable when something happened in the directory; none when events cannot be had, or no longer
+    /// because the directory is gone.
     std::optional<int> fileDescriptor() const;
 
-    /// Takes the waiting events. @return whether one of them may be a commit, or the store file was replaced
+    /// Takes the waiting events. @return whether one of them may be a commit, or the store file was replaced;
+    /// SqliteStore::dataVersion and isReplaced tell which
     bool readEvents();
 
   private:
+    bool concernsStore(std::string_view name) const;
+
     int inotify_ = -1;
+    bool isWatching_ = false;
     std::string name_;
 };
 

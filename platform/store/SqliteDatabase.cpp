@@ -1,0 +1,137 @@
+#include "platform/store/SqliteDatabase.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Exception.h>
+#include <sqlite3.h>
+
+#include <cerrno>
+
+namespace corvane {
+
+namespace {
+
+// SQLite tells a full disk as an input or output error when it met it in another way than a short write.
+bool isOutOfSpace(sqlite3* connection) {
+    const int code = sqlite3_extended_errcode(connection) & 0xff;
+    if (code == SQLITE_FULL) return true;
+    if (code != SQLITE_IOERR) return false;
+    const int cause = sqlite3_system_errno(connection);
+    return cause == ENOSPC || cause == EDQUOT || cause == EFBIG;
+}
+
+StoreError::Kind kindOfCode(int code) {
+    switch (code) {
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+            return StoreError::Kind::kBusy;
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            return StoreError::Kind::kReadOnly;
+        case SQLITE_CANTOPEN:
+        case SQLITE_AUTH:
+            return StoreError::Kind::kCannotOpen;
+        case SQLITE_NOTADB:
+            return StoreError::Kind::kNotAStore;
+        default:
+            return StoreError::Kind::kFailed;
+    }
+}
+
+// A URI, as a path may begin with "file:" and the way of access is a parameter. Characters that mean
+// something in a URI are escaped.
+std::string uriOfFile(const std::filesystem::path& file, SqliteDatabase::Access access) {
+    std::string uri = "file:";
+    for (const char c : std::filesystem::absolute(file).lexically_normal().string()) {
+        if (c == '%') {
+            uri += "%25";
+        } else if (c == '?') {
+            uri += "%3f";
+        } else if (c == '#') {
+            uri += "%23";
+        } else {
+            uri += c;
+        }
+    }
+    if (access == SqliteDatabase::Access::kMainFile) uri += "?immutable=1";
+    if (access == SqliteDatabase::Access::kUnwritten) uri += "?vfs=unix-none";
+    return uri;
+}
+
+int openFlags(SqliteDatabase::Access access) {
+    const bool reads =
+        access == SqliteDatabase::Access::kMainFile || access == SqliteDatabase::Access::kUnwritten;
+    return SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX | (reads ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+}
+
+// Other programs may still need the log and its index, and a display must not copy the log into the file.
+void keepCompanionsOnClose(sqlite3* connection) {
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    int persists = 1;
+    sqlite3_file_control(connection, "main", SQLITE_FCNTL_PERSIST_WAL, &persists);
+}
+
+void configure(SQLite::Database& connection, SqliteDatabase::Access access) {
+    if (access != SqliteDatabase::Access::kDraft) keepCompanionsOnClose(connection.getHandle());
+    sqlite3_db_config(connection.getHandle(), SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
+    const bool isShared = access == SqliteDatabase::Access::kShared;
+    // Alone from before the first access on: the index of the log then lives in memory.
+    connection.exec(isShared ? "PRAGMA synchronous=FULL; PRAGMA recursive_triggers=1"
+                             : "PRAGMA locking_mode=EXCLUSIVE");
+}
+
+}  // namespace
+
+StoreError storeErrorOf(sqlite3* connection) {
+    const int code = sqlite3_extended_errcode(connection) & 0xff;
+    if (isOutOfSpace(connection)) {
+        return {StoreError::Kind::kNoSpace, "There is no space left on the store's disk."};
+    }
+    const StoreError::Kind kind = kindOfCode(code);
+    if (kind == StoreError::Kind::kBusy) return {kind, "Another program keeps the store locked."};
+    return {kind, std::string("The store's database reports: ") + sqlite3_errmsg(connection) + "."};
+}
+
+std::variant<std::unique_ptr<SqliteDatabase>, StoreError> SqliteDatabase::open(
+    const std::filesystem::path& file, Access access, std::chrono::milliseconds busyTimeout) {
+    try {
+        auto connection = std::make_unique<SQLite::Database>(uriOfFile(file, access), openFlags(access),
+                                                             static_cast<int>(busyTimeout.count()));
+        configure(*connection, access);
+        return std::unique_ptr<SqliteDatabase>(new SqliteDatabase(std::move(connection)));
+    } catch (const SQLite::Exception& failure) {
+        return StoreError{kindOfCode(failure.getErrorCode()),
+                          std::string("The store cannot be opened: ") + failure.what() + "."};
+    }
+}
+
+SqliteDatabase::SqliteDatabase(std::unique_ptr<SQLite::Database> connection)
+    : connection_(std::move(connection)), statements_(std::make_unique<StatementCache>(handle())) {}
+
+SqliteDatabase::~SqliteDatabase() { statements_.reset(); }
+
+sqlite3* SqliteDatabase::handle() const { return connection_->getHandle(); }
+
+bool SqliteDatabase::isReadOnly() const { return sqlite3_db_readonly(handle(), "main") == 1; }
+
+std::variant<SqliteStatement, StoreError> SqliteDatabase::prepare(std::string_view sql) {
+    CachedStatement* statement = statements_->lend(sql);
+    if (!statement) return statements_->lastError();
+    return SqliteStatement(*statements_, *statement);
+}
+
+std::optional<StoreError> SqliteDatabase::execute(const std::string& sql) {
+    if (sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) return std::nullopt;
+    statements_->noteError();
+    return statements_->lastError();
+}
+
+std::optional<std::int64_t> SqliteDatabase::integer(std::string_view sql) {
+    auto prepared = prepare(sql);
+    auto* statement = std::get_if<SqliteStatement>(&prepared);
+    if (!statement || statement->step() != SqliteStatement::Step::kRow) return std::nullopt;
+    return statement->integer(0);
+}
+
+std::int64_t SqliteDatabase::changes() const { return sqlite3_changes64(handle()); }
+
+}  // namespace corvane

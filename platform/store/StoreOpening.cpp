@@ -1,0 +1,153 @@
+#include "platform/store/StoreOpening.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "platform/store/PlatformFunctions.h"
+#include "platform/store/SqlQuery.h"
+#include "platform/store/StoreCreation.h"
+
+namespace corvane {
+
+namespace {
+
+using Path = std::filesystem::path;
+using Access = SqliteDatabase::Access;
+using Reading = StoreSchema::Reading;
+
+StoreError cannotOpen(const Path& file, const std::string& reason) {
+    return {StoreError::Kind::kCannotOpen, "The store " + file.string() + " cannot be opened: " + reason};
+}
+
+StoreError cannotOpen(const Path& file, int cause) {
+    return cannotOpen(file, std::generic_category().message(cause) + ".");
+}
+
+StoreError notAStore(const Path& file) {
+    return {StoreError::Kind::kNotAStore, "The file " + file.string() + " is no task store."};
+}
+
+bool hasContent(const Path& file, const char* suffix) {
+    std::error_code failure;
+    const std::uintmax_t size = std::filesystem::file_size(file.string() + suffix, failure);
+    return !failure && size > 0;
+}
+
+bool hasLog(const Path& file) { return hasContent(file, "-wal"); }
+bool hasJournal(const Path& file) { return hasContent(file, "-journal"); }
+
+bool allows(const Path& path, int access) {
+    return faccessat(AT_FDCWD, path.c_str(), access, AT_EACCESS) == 0;
+}
+
+std::optional<StoreError> makeWhereMissing(const PersistentStoreDescription& description,
+                                           const ManagedObjectModel& model) {
+    const Path& file = description.file;
+    struct stat status {};
+    if (stat(file.c_str(), &status) == 0) return std::nullopt;
+    if (errno != ENOENT || !description.createsMissingStore) return cannotOpen(file, errno);
+    // SQLite would delete a log or journal without its file, and with it the rows in it.
+    if (hasLog(file) || hasJournal(file)) return cannotOpen(file, "Only its log is there.");
+    return createStoreFile(file, model);
+}
+
+// SQLite must not see everything: it takes an empty file for a database and waits for ever at a pipe.
+std::optional<StoreError> refuseUnseen(const Path& file) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) != 0) return cannotOpen(file, errno);
+    if (!S_ISREG(status.st_mode) || status.st_size == 0) return notAStore(file);
+    if (!allows(file, R_OK)) return cannotOpen(file, errno);
+    return std::nullopt;
+}
+
+struct Connection {
+    std::unique_ptr<SqliteDatabase> database;
+    StoreSchema schema;
+};
+
+StoreError readingError(const Path& file, Reading reading, const StoreError& reported) {
+    if (reading == Reading::kForeign || reported.kind == StoreError::Kind::kNotAStore) return notAStore(file);
+    if (reported.kind == StoreError::Kind::kFailed) return cannotOpen(file, reported.message);
+    return reported;
+}
+
+std::variant<Connection, StoreError> connect(const PersistentStoreDescription& description,
+                                             const ManagedObjectModel& model, Access access) {
+    auto opened = SqliteDatabase::open(description.file, access, description.busyTimeout);
+    if (const auto* error = std::get_if<StoreError>(&opened)) return *error;
+    Connection connection{std::move(std::get<0>(opened)), StoreSchema(model)};
+    const Reading reading = connection.schema.read(*connection.database);
+    if (reading == Reading::kFits) return connection;
+    return readingError(description.file, reading, storeErrorOf(connection.database->handle()));
+}
+
+// A look that leaves no trace. Most files say in their main part what they are; a young store, or one copied
+// from a device, may have its tables in the log only.
+std::optional<StoreError> recognise(const PersistentStoreDescription& description,
+                                    const ManagedObjectModel& model) {
+    const auto inMainFile = connect(description, model, Access::kMainFile);
+    const auto* error = std::get_if<StoreError>(&inMainFile);
+    if (!error) return std::nullopt;
+    if (!hasLog(description.file) || hasJournal(description.file)) return *error;
+    const bool isLockable = allows(description.file, W_OK);
+    const auto withLog = connect(description, model, isLockable ? Access::kAlone : Access::kUnwritten);
+    const auto* logError = std::get_if<StoreError>(&withLog);
+    // Somebody has it open: an ordinary connection beside theirs changes nothing and can tell.
+    if (!logError || logError->kind == StoreError::Kind::kBusy) return std::nullopt;
+    return *logError;
+}
+
+// Where SQLite cannot have the index of the log beside the file, nobody who writes has it open.
+std::variant<Connection, StoreError> connectUnwritten(const PersistentStoreDescription& description,
+                                                      const ManagedObjectModel& model) {
+    return connect(description, model, hasLog(description.file) ? Access::kUnwritten : Access::kMainFile);
+}
+
+std::string placeReason(const Path& file, const SqliteDatabase& database) {
+    if (database.isReadOnly()) return "The store's file is read-only.";
+    const Path directory = std::filesystem::absolute(file).parent_path();
+    return allows(directory, W_OK) ? "" : "The store's directory is read-only.";
+}
+
+bool isForbidden(const StoreError& error) {
+    return error.kind == StoreError::Kind::kReadOnly || error.kind == StoreError::Kind::kCannotOpen;
+}
+
+}  // namespace
+
+std::variant<OpenedStore, StoreError> openStore(const PersistentStoreDescription& description,
+                                                const ManagedObjectModel& model) {
+    const Path& file = description.file;
+    if (file.empty()) return StoreError{StoreError::Kind::kNoLocation, "There is no place for a store."};
+    if (auto error = makeWhereMissing(description, model)) return *error;
+    if (auto error = refuseUnseen(file)) return *error;
+    if (auto error = recognise(description, model)) return *error;
+
+    auto connected = connect(description, model, Access::kShared);
+    if (const auto* error = std::get_if<StoreError>(&connected)) {
+        if (!isForbidden(*error) || hasJournal(file)) return *error;
+        connected = connectUnwritten(description, model);
+    }
+    if (const auto* error = std::get_if<StoreError>(&connected)) return *error;
+    auto& [database, schema] = std::get<Connection>(connected);
+
+    const bool migrates = description.migratesAutomatically && description.infersMappingModel;
+    if (!migrates && !schema.isComplete()) {
+        return StoreError{StoreError::Kind::kInvalid,
+                          "The store " + file.string() + " is of an older version of the model."};
+    }
+    registerPlatformFunctions(database->handle());
+    registerQueryFunctions(database->handle());
+    const std::optional<StoreMetadata> metadata = readStoreMetadata(*database);
+    if (!metadata) return database->lastError();
+    std::string reason = placeReason(file, *database);
+    return OpenedStore{std::move(database), *metadata, std::move(schema), std::move(reason)};
+}
+
+}  // namespace corvane
