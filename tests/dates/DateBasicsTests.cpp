@@ -155,7 +155,7 @@ TEST(AddingDays, EndsForCountsAndDatesOfAnySize) {
     EXPECT_GT(dateByAddingDays(date, kMost, kMostHours, kMostHours), date);
     EXPECT_LT(dateByAddingDays(date, kLeast, -kMostHours, -kMostHours), date);
 
-    const Date infinite(TimeInterval(std::numeric_limits<double>::infinity()));
+    const Date infinite{TimeInterval(std::numeric_limits<double>::infinity())};
     EXPECT_GT(dateByResettingTimeToMidnight(infinite), date);
     EXPECT_TRUE(std::isfinite(dateByResettingTimeToMidnight(infinite).time_since_epoch().count()));
 

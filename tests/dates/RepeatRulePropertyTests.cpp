@@ -69,7 +69,8 @@ TEST(WeeklyRuleProperty, LandsOnTheFirstListedDayOfItsWeek) {
             EXPECT_TRUE(isAlignedWithWeeklyRepeatWeekdays(result, weekdays));
             EXPECT_TRUE(hasSameTimeOfDay(from, to));
 
-            const cctz::civil_day day(from), landed(to);
+            const cctz::civil_day day(from);
+            const cctz::civil_day landed(to);
             const cctz::civil_day endOfWeek = calendar.startOfWeek(day) + 7;
             if (landed < endOfWeek) {
                 EXPECT_GT(landed, day);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <random>
 
@@ -171,7 +172,7 @@ TEST(Rfc3339Formatter, AgreesWithTheZoneLibrary) {
     }
 }
 
-// The process's formatters are set up once, so each case runs in a process of its own.
+// A process sets its formatters up once, so the test has a process of its own.
 [[noreturn]] void exitWith(bool isRight) { std::exit(isRight ? 0 : 1); }
 
 TEST(Rfc3339Load, KeepsTheZoneOfTheStart) {
