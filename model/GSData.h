@@ -55,7 +55,7 @@ class GSData : public PersistentContainer {
 
     /// When something was last committed to the store: the time of its write-ahead log. Now, when there is no
     /// store or no log.
-    Date lastUpdateDate() const;
+    Date lastUpdateDate();
 
     /// What a fresh store holds: nothing yet.
     virtual void installInitialData() {}
@@ -90,8 +90,10 @@ class GSData : public PersistentContainer {
     void loadStore();
     void startAutoSave();
     void prepareFreshStore();
+    void scheduleSave(TimeInterval delay);
 
     bool launched_ = false;
+    std::shared_ptr<ManagedObjectContext*> savedContext_;  ///< blocks on the queue see when it has gone
     std::optional<StoreError> loadError_;
 };
 

@@ -1,0 +1,56 @@
+#include "model/DisplayOrder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+#include "model/GTask.h"
+
+namespace corvane {
+namespace {
+
+GTask* firstSibling(auto first, auto end, const GTask& task, bool uncompletedOnly) {
+    const auto sibling = std::find_if(first, end, [&](const GTask* candidate) {
+        return candidate->parentTask() == task.parentTask() && !(uncompletedOnly && candidate->completed());
+    });
+    return sibling == end ? nullptr : *sibling;
+}
+
+}  // namespace
+
+bool isBefore(const GTask* a, const GTask* b) {
+    if (a->displayOrder() != b->displayOrder()) return a->displayOrder() < b->displayOrder();
+    const ManagedObjectID first = a->objectID();
+    const ManagedObjectID second = b->objectID();
+    return std::tie(first.isTemporary, first.key) < std::tie(second.isTemporary, second.key);
+}
+
+void sortByDisplayOrder(std::vector<GTask*>& order) {
+    if (!std::ranges::is_sorted(order, isBefore)) std::ranges::sort(order, isBefore);
+}
+
+bool isSound(std::span<GTask* const> order) {
+    std::int64_t position = 0;
+    return std::ranges::all_of(order, [&](const GTask* task) { return task->displayOrder() == position++; });
+}
+
+void renumber(std::span<GTask* const> order, std::int64_t first, std::int64_t end, std::int64_t offset) {
+    const auto size = static_cast<std::int64_t>(order.size());
+    for (std::int64_t i = std::max<std::int64_t>(first, 0); i < std::min(end, size); ++i) {
+        order[static_cast<std::size_t>(i)]->setDisplayOrder(displayOrderOfPosition(i + offset));
+    }
+}
+
+GTask* previousSibling(std::span<GTask* const> order, const GTask& task, bool uncompletedOnly) {
+    const auto place = std::find(order.rbegin(), order.rend(), &task);
+    if (place == order.rend()) return nullptr;
+    return firstSibling(std::next(place), order.rend(), task, uncompletedOnly);
+}
+
+GTask* nextSibling(std::span<GTask* const> order, const GTask& task) {
+    const auto place = std::find(order.begin(), order.end(), &task);
+    if (place == order.end()) return nullptr;
+    return firstSibling(std::next(place), order.end(), task, kCompletedToo);
+}
+
+}  // namespace corvane

@@ -1,0 +1,63 @@
+#include "model/StoreRelocation.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "platform/foundation/FileDescriptor.h"
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<fs::path> filesWithPrefix(const fs::path& directory, std::string_view prefix) {
+    std::vector<fs::path> files;
+    std::error_code error;
+    for (fs::directory_iterator entry(directory, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code unreadable;
+        if (!fs::is_regular_file(entry->symlink_status(unreadable))) continue;
+        if (entry->path().filename().string().starts_with(prefix)) files.push_back(entry->path());
+    }
+    return files;
+}
+
+bool synchronise(const fs::path& file) {
+    const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    return descriptor && fsync(descriptor.get()) == 0;
+}
+
+void copyWhole(const fs::path& source, const fs::path& destination) {
+    const fs::path partial = destination.parent_path() / ("." + destination.filename().string() + ".partial");
+    std::error_code error;
+    fs::remove(partial, error);
+    fs::copy_file(source, partial, error);
+    if (!error) fs::permissions(partial, fs::perms::owner_read | fs::perms::owner_write, error);
+    if (!error && synchronise(partial)) fs::rename(partial, destination, error);
+    fs::remove(partial, error);
+}
+
+}  // namespace
+
+void copyStoreFiles(const fs::path& from, const fs::path& to, std::string_view storeName) {
+    const std::vector<fs::path> files = filesWithPrefix(from, storeName);
+    std::error_code ignored;
+    for (const fs::path& file : files) {
+        if (file.filename() != storeName) continue;
+        // The log of one store beside the main file of another would be taken for its own.
+        for (const char* companion : {"-wal", "-shm"}) {
+            fs::remove(to / (std::string(storeName) + companion), ignored);
+        }
+    }
+    for (const fs::path& file : files) {
+        const fs::path destination = to / file.filename();
+        fs::remove(destination, ignored);
+        copyWhole(file, destination);
+    }
+}
+
+}  // namespace corvane
