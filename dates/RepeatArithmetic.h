@@ -31,17 +31,16 @@ bool isAlignedWithMonthlyRepeatWeekday(Date date, std::uint64_t weekday, std::ui
 /// first weekday.
 ///
 /// @param weeks       with 0 the search stays in the date's own week, so that the result may lie before it
-/// @param onWeekdays  in any order; without a weekday that can be found only the weeks are added, as well as
-/// for
-///                    an empty list or the date's own weekday alone
+/// @param onWeekdays  in any order; empty, the date's own weekday alone or nothing from 1 to 7: only the
+/// weeks
+///                    are added
 /// @return a day found from the start of a week has whole seconds: a fraction in `date` is dropped
 Date dateByAddingWeeks(Date date, std::int64_t weeks, std::span<const std::uint64_t> onWeekdays);
 
 /// The next date of a monthly rule: the matching day of `date`'s own month while that is still ahead,
 /// otherwise the one `months` calendar months later.
 ///
-/// @param onWeekday  a weekday or a day kind; 0 or any other number is no rule, only calendar months are
-/// added
+/// @param onWeekday  a weekday or a day kind; any other number is no rule, only calendar months are added
 /// @param ordinal    1 to 4 from the start of the month, 5 or more the last; 0 is no rule
 /// @return a day that the rule chose has whole seconds: a fraction in `date` is dropped
 Date dateByAddingMonths(Date date, std::int64_t months, std::uint64_t onWeekday, std::uint64_t ordinal);
