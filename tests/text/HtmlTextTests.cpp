@@ -1,0 +1,107 @@
+#include "text/HtmlText.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::size_t kTenMegabytes = 5'000'000;  // of UTF-16
+
+struct Row {
+    const char* what;
+    std::u16string text;
+    std::u16string expected;
+};
+
+template <std::size_t N>
+void expectRows(std::u16string (*operation)(std::u16string_view), const Row (&rows)[N]) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        EXPECT_EQ(operation(row.text), row.expected);
+    }
+}
+
+TEST(HtmlToPlainText, SeparatesWordsByBlocksAndWhiteSpace) {
+    const Row kRows[] = {
+        {"a closing block tag adds a blank, at the end too", u"<p>Hello</p><p>World</p>",         u"Hello World " },
+        {"but not before its end is known",                  u"<p>Hello</p",                      u"Hello"        },
+        {"nor before any text",                              u"</p></div>a",                      u"a"            },
+        {"inline tags join, in any case",                    u"<b>a</b>b</STRONG>c</acronym>d",   u"abcd"         },
+        {"letters end an inline name",                       u"a</b1>b</bx>c</ b>d</>e",          u"ab c d e"     },
+        {"opening tags join",                                u"a<br>b<br/>c<p class='x'>d",       u"abcd"         },
+        {"comments join",                                    u"a<!-- </p> <b> -- > -->b<!--->c",  u"ab"           },
+        {"white space collapses",                            u" \t a \r\n\f\u0085\u2028\u2029b ", u"a b"          },
+        {"other blanks stay",                                u"a\u00a0\vb",                       u"a\u00a0\vb"   },
+        {"blanks of tags and white space add up",            u"a </p> b",                         u"a   b"        },
+        {"references are decoded last",                      u"a &amp;&lt;b&gt;&nbsp;",           u"a &<b>\u00a0" },
+        {"a lone less-than sign starts a tag",               u"1 < 2, 3 > 2, 4 < 5",              u"1  2, 4 "     },
+        {"lone surrogates pass",                             u"\xD83D<b>\xDE00"s,                 u"\xD83D\xDE00"s},
+    };
+    expectRows(stringByConvertingHTMLToPlainText, kRows);
+}
+
+TEST(StrippingTags, CollapsesWhiteSpaceOnlyWhereThereAreTags) {
+    const Row kRows[] = {
+        {"no tag: unchanged",             u"a  b > c\n",                u"a  b > c\n"     },
+        {"blanks of tags collapse",       u"<p>a</p>  <em>b</em>c<br>", u"a bc"           },
+        {"references and comments' text", u"a &amp; b<!-- c > d -->",   u"a &amp; b d -->"},
+        {"an unterminated tag stays",     u" a  <b ",                   u"a <b"           },
+    };
+    expectRows(stringByStrippingTags, kRows);
+}
+
+TEST(NewLinesAsBRs, CountsCarriageReturnAndLineFeedOnceAtTheStartOfARun) {
+    const Row kRows[] = {
+        {"none",                u"a b",                    u"a b"                       },
+        {"one",                 u"a\r\nb",                 u"a<br />b"                  },
+        {"two",                 u"\n\n",                   u"<br /><br />"              },
+        {"pairs in a row",      u"\r\n\r\n\n",             u"<br /><br /><br />"        },
+        {"a pair inside a run", u"\n\r\na",                u"<br /><br /><br />a"       },
+        {"all kinds, no tab",   u"\f\u0085\t\u2028\u2029", u"<br /><br />\t<br /><br />"},
+    };
+    expectRows(stringWithNewLinesAsBRs, kRows);
+}
+
+TEST(Linkifying, WrapsWebAddresses) {
+    const auto link = [](const std::u16string& address) {
+        return u"<a href=\"" + address + u"\" class=\"linkified\">" + address + u"</a>";
+    };
+    const Row kRows[] = {
+        {"none",                      u"a http://localhost ftp://a.b",  u"a http://localhost ftp://a.b"                         },
+        {"the full stop after it",    u"See http://a.org/b?c=1&d.",
+         u"See " + link(u"http://a.org/b?c=1&d") + u"."                                                                         },
+        {"two",                       u"https://a.b, http://c-d.e_f#g", link(u"https://a.b") + u", " + link(u"http://c-d.e_f#g")},
+        {"letters of every script",   u"(http://b\u00fccher.\u4e2d)",
+         u"(" + link(u"http://b\u00fccher.\u4e2d") + u")"                                                                       },
+        {"a percent sign, an entity", u"http://a.b/%20x&amp;",          link(u"http://a.b/%20x&amp;")                           },
+        {"inside an attribute",       u"<a href=\"http://a.b\">",       u"<a href=\"http://a.b\">"                              },
+        {"after an equals sign only", u"='http://a.b'",                 u"='" + link(u"http://a.b") + u"'"                      },
+        {"inside a word",             u"xhttp://a.b HTTP://a.b",        u"xhttp://a.b HTTP://a.b"                               },
+        {"the letters after a host",  u"http://a.b!c",                  link(u"http://a.b") + u"!c"                             },
+    };
+    expectRows(stringByLinkifyingURLs, kRows);
+}
+
+TEST(Linkifying, LeavesATextThatTheSearchCannotHold) {
+    std::u16string text = u"http://a";
+    while (text.size() < kTenMegabytes) text += u".b";
+    EXPECT_TRUE(stringByLinkifyingURLs(text) == text);
+}
+
+TEST(HtmlText, EndsOnLargeTexts) {
+    for (const char16_t* pattern : {u"<!--", u"</p>", u"\r\n "}) {
+        std::u16string text;
+        while (text.size() < kTenMegabytes) text += pattern;
+        EXPECT_LE(stringByConvertingHTMLToPlainText(text).size(), text.size());
+        EXPECT_LE(stringByStrippingTags(text).size(), text.size());
+        EXPECT_GE(stringWithNewLinesAsBRs(text).size(), text.size());
+        EXPECT_LE(stringByRemovingNewLinesAndWhitespace(text).size(), text.size());
+    }
+}
+
+}  // namespace
+}  // namespace corvane

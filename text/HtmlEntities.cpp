@@ -1,0 +1,315 @@
+#include "text/HtmlEntities.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace corvane {
+namespace {
+
+struct Declaration {
+    std::u16string_view reference;
+    char16_t unit;
+    bool special;
+};
+
+constexpr bool kSpecial = true;
+constexpr bool kOrdinary = false;
+
+constexpr Declaration kDeclarations[] = {
+    {u"&quot;",     0x0022, kSpecial },
+    {u"&amp;",      0x0026, kSpecial },
+    {u"&apos;",     0x0027, kSpecial },
+    {u"&lt;",       0x003C, kSpecial },
+    {u"&gt;",       0x003E, kSpecial },
+    {u"&nbsp;",     0x00A0, kOrdinary},
+    {u"&iexcl;",    0x00A1, kOrdinary},
+    {u"&cent;",     0x00A2, kOrdinary},
+    {u"&pound;",    0x00A3, kOrdinary},
+    {u"&curren;",   0x00A4, kOrdinary},
+    {u"&yen;",      0x00A5, kOrdinary},
+    {u"&brvbar;",   0x00A6, kOrdinary},
+    {u"&sect;",     0x00A7, kOrdinary},
+    {u"&uml;",      0x00A8, kOrdinary},
+    {u"&copy;",     0x00A9, kOrdinary},
+    {u"&ordf;",     0x00AA, kOrdinary},
+    {u"&laquo;",    0x00AB, kOrdinary},
+    {u"&not;",      0x00AC, kOrdinary},
+    {u"&shy;",      0x00AD, kOrdinary},
+    {u"&reg;",      0x00AE, kOrdinary},
+    {u"&macr;",     0x00AF, kOrdinary},
+    {u"&deg;",      0x00B0, kOrdinary},
+    {u"&plusmn;",   0x00B1, kOrdinary},
+    {u"&sup2;",     0x00B2, kOrdinary},
+    {u"&sup3;",     0x00B3, kOrdinary},
+    {u"&acute;",    0x00B4, kOrdinary},
+    {u"&micro;",    0x00B5, kOrdinary},
+    {u"&para;",     0x00B6, kOrdinary},
+    {u"&middot;",   0x00B7, kOrdinary},
+    {u"&cedil;",    0x00B8, kOrdinary},
+    {u"&sup1;",     0x00B9, kOrdinary},
+    {u"&ordm;",     0x00BA, kOrdinary},
+    {u"&raquo;",    0x00BB, kOrdinary},
+    {u"&frac14;",   0x00BC, kOrdinary},
+    {u"&frac12;",   0x00BD, kOrdinary},
+    {u"&frac34;",   0x00BE, kOrdinary},
+    {u"&iquest;",   0x00BF, kOrdinary},
+    {u"&Agrave;",   0x00C0, kOrdinary},
+    {u"&Aacute;",   0x00C1, kOrdinary},
+    {u"&Acirc;",    0x00C2, kOrdinary},
+    {u"&Atilde;",   0x00C3, kOrdinary},
+    {u"&Auml;",     0x00C4, kOrdinary},
+    {u"&Aring;",    0x00C5, kOrdinary},
+    {u"&AElig;",    0x00C6, kOrdinary},
+    {u"&Ccedil;",   0x00C7, kOrdinary},
+    {u"&Egrave;",   0x00C8, kOrdinary},
+    {u"&Eacute;",   0x00C9, kOrdinary},
+    {u"&Ecirc;",    0x00CA, kOrdinary},
+    {u"&Euml;",     0x00CB, kOrdinary},
+    {u"&Igrave;",   0x00CC, kOrdinary},
+    {u"&Iacute;",   0x00CD, kOrdinary},
+    {u"&Icirc;",    0x00CE, kOrdinary},
+    {u"&Iuml;",     0x00CF, kOrdinary},
+    {u"&ETH;",      0x00D0, kOrdinary},
+    {u"&Ntilde;",   0x00D1, kOrdinary},
+    {u"&Ograve;",   0x00D2, kOrdinary},
+    {u"&Oacute;",   0x00D3, kOrdinary},
+    {u"&Ocirc;",    0x00D4, kOrdinary},
+    {u"&Otilde;",   0x00D5, kOrdinary},
+    {u"&Ouml;",     0x00D6, kOrdinary},
+    {u"&times;",    0x00D7, kOrdinary},
+    {u"&Oslash;",   0x00D8, kOrdinary},
+    {u"&Ugrave;",   0x00D9, kOrdinary},
+    {u"&Uacute;",   0x00DA, kOrdinary},
+    {u"&Ucirc;",    0x00DB, kOrdinary},
+    {u"&Uuml;",     0x00DC, kOrdinary},
+    {u"&Yacute;",   0x00DD, kOrdinary},
+    {u"&THORN;",    0x00DE, kOrdinary},
+    {u"&szlig;",    0x00DF, kOrdinary},
+    {u"&agrave;",   0x00E0, kOrdinary},
+    {u"&aacute;",   0x00E1, kOrdinary},
+    {u"&acirc;",    0x00E2, kOrdinary},
+    {u"&atilde;",   0x00E3, kOrdinary},
+    {u"&auml;",     0x00E4, kOrdinary},
+    {u"&aring;",    0x00E5, kOrdinary},
+    {u"&aelig;",    0x00E6, kOrdinary},
+    {u"&ccedil;",   0x00E7, kOrdinary},
+    {u"&egrave;",   0x00E8, kOrdinary},
+    {u"&eacute;",   0x00E9, kOrdinary},
+    {u"&ecirc;",    0x00EA, kOrdinary},
+    {u"&euml;",     0x00EB, kOrdinary},
+    {u"&igrave;",   0x00EC, kOrdinary},
+    {u"&iacute;",   0x00ED, kOrdinary},
+    {u"&icirc;",    0x00EE, kOrdinary},
+    {u"&iuml;",     0x00EF, kOrdinary},
+    {u"&eth;",      0x00F0, kOrdinary},
+    {u"&ntilde;",   0x00F1, kOrdinary},
+    {u"&ograve;",   0x00F2, kOrdinary},
+    {u"&oacute;",   0x00F3, kOrdinary},
+    {u"&ocirc;",    0x00F4, kOrdinary},
+    {u"&otilde;",   0x00F5, kOrdinary},
+    {u"&ouml;",     0x00F6, kOrdinary},
+    {u"&divide;",   0x00F7, kOrdinary},
+    {u"&oslash;",   0x00F8, kOrdinary},
+    {u"&ugrave;",   0x00F9, kOrdinary},
+    {u"&uacute;",   0x00FA, kOrdinary},
+    {u"&ucirc;",    0x00FB, kOrdinary},
+    {u"&uuml;",     0x00FC, kOrdinary},
+    {u"&yacute;",   0x00FD, kOrdinary},
+    {u"&thorn;",    0x00FE, kOrdinary},
+    {u"&yuml;",     0x00FF, kOrdinary},
+    {u"&OElig;",    0x0152, kSpecial },
+    {u"&oelig;",    0x0153, kSpecial },
+    {u"&Scaron;",   0x0160, kSpecial },
+    {u"&scaron;",   0x0161, kSpecial },
+    {u"&Yuml;",     0x0178, kSpecial },
+    {u"&fnof;",     0x0192, kOrdinary},
+    {u"&circ;",     0x02C6, kSpecial },
+    {u"&tilde;",    0x02DC, kSpecial },
+    {u"&Alpha;",    0x0391, kOrdinary},
+    {u"&Beta;",     0x0392, kOrdinary},
+    {u"&Gamma;",    0x0393, kOrdinary},
+    {u"&Delta;",    0x0394, kOrdinary},
+    {u"&Epsilon;",  0x0395, kOrdinary},
+    {u"&Zeta;",     0x0396, kOrdinary},
+    {u"&Eta;",      0x0397, kOrdinary},
+    {u"&Theta;",    0x0398, kOrdinary},
+    {u"&Iota;",     0x0399, kOrdinary},
+    {u"&Kappa;",    0x039A, kOrdinary},
+    {u"&Lambda;",   0x039B, kOrdinary},
+    {u"&Mu;",       0x039C, kOrdinary},
+    {u"&Nu;",       0x039D, kOrdinary},
+    {u"&Xi;",       0x039E, kOrdinary},
+    {u"&Omicron;",  0x039F, kOrdinary},
+    {u"&Pi;",       0x03A0, kOrdinary},
+    {u"&Rho;",      0x03A1, kOrdinary},
+    {u"&Sigma;",    0x03A3, kOrdinary},
+    {u"&Tau;",      0x03A4, kOrdinary},
+    {u"&Upsilon;",  0x03A5, kOrdinary},
+    {u"&Phi;",      0x03A6, kOrdinary},
+    {u"&Chi;",      0x03A7, kOrdinary},
+    {u"&Psi;",      0x03A8, kOrdinary},
+    {u"&Omega;",    0x03A9, kOrdinary},
+    {u"&alpha;",    0x03B1, kOrdinary},
+    {u"&beta;",     0x03B2, kOrdinary},
+    {u"&gamma;",    0x03B3, kOrdinary},
+    {u"&delta;",    0x03B4, kOrdinary},
+    {u"&epsilon;",  0x03B5, kOrdinary},
+    {u"&zeta;",     0x03B6, kOrdinary},
+    {u"&eta;",      0x03B7, kOrdinary},
+    {u"&theta;",    0x03B8, kOrdinary},
+    {u"&iota;",     0x03B9, kOrdinary},
+    {u"&kappa;",    0x03BA, kOrdinary},
+    {u"&lambda;",   0x03BB, kOrdinary},
+    {u"&mu;",       0x03BC, kOrdinary},
+    {u"&nu;",       0x03BD, kOrdinary},
+    {u"&xi;",       0x03BE, kOrdinary},
+    {u"&omicron;",  0x03BF, kOrdinary},
+    {u"&pi;",       0x03C0, kOrdinary},
+    {u"&rho;",      0x03C1, kOrdinary},
+    {u"&sigmaf;",   0x03C2, kOrdinary},
+    {u"&sigma;",    0x03C3, kOrdinary},
+    {u"&tau;",      0x03C4, kOrdinary},
+    {u"&upsilon;",  0x03C5, kOrdinary},
+    {u"&phi;",      0x03C6, kOrdinary},
+    {u"&chi;",      0x03C7, kOrdinary},
+    {u"&psi;",      0x03C8, kOrdinary},
+    {u"&omega;",    0x03C9, kOrdinary},
+    {u"&thetasym;", 0x03D1, kOrdinary},
+    {u"&upsih;",    0x03D2, kOrdinary},
+    {u"&piv;",      0x03D6, kOrdinary},
+    {u"&ensp;",     0x2002, kSpecial },
+    {u"&emsp;",     0x2003, kSpecial },
+    {u"&thinsp;",   0x2009, kSpecial },
+    {u"&zwnj;",     0x200C, kSpecial },
+    {u"&zwj;",      0x200D, kSpecial },
+    {u"&lrm;",      0x200E, kSpecial },
+    {u"&rlm;",      0x200F, kSpecial },
+    {u"&ndash;",    0x2013, kSpecial },
+    {u"&mdash;",    0x2014, kSpecial },
+    {u"&lsquo;",    0x2018, kSpecial },
+    {u"&rsquo;",    0x2019, kSpecial },
+    {u"&sbquo;",    0x201A, kSpecial },
+    {u"&ldquo;",    0x201C, kSpecial },
+    {u"&rdquo;",    0x201D, kSpecial },
+    {u"&bdquo;",    0x201E, kSpecial },
+    {u"&dagger;",   0x2020, kSpecial },
+    {u"&Dagger;",   0x2021, kSpecial },
+    {u"&bull;",     0x2022, kOrdinary},
+    {u"&hellip;",   0x2026, kOrdinary},
+    {u"&permil;",   0x2030, kSpecial },
+    {u"&prime;",    0x2032, kOrdinary},
+    {u"&Prime;",    0x2033, kOrdinary},
+    {u"&lsaquo;",   0x2039, kSpecial },
+    {u"&rsaquo;",   0x203A, kSpecial },
+    {u"&oline;",    0x203E, kOrdinary},
+    {u"&frasl;",    0x2044, kOrdinary},
+    {u"&euro;",     0x20AC, kSpecial },
+    {u"&image;",    0x2111, kOrdinary},
+    {u"&weierp;",   0x2118, kOrdinary},
+    {u"&real;",     0x211C, kOrdinary},
+    {u"&trade;",    0x2122, kOrdinary},
+    {u"&alefsym;",  0x2135, kOrdinary},
+    {u"&larr;",     0x2190, kOrdinary},
+    {u"&uarr;",     0x2191, kOrdinary},
+    {u"&rarr;",     0x2192, kOrdinary},
+    {u"&darr;",     0x2193, kOrdinary},
+    {u"&harr;",     0x2194, kOrdinary},
+    {u"&crarr;",    0x21B5, kOrdinary},
+    {u"&lArr;",     0x21D0, kOrdinary},
+    {u"&uArr;",     0x21D1, kOrdinary},
+    {u"&rArr;",     0x21D2, kOrdinary},
+    {u"&dArr;",     0x21D3, kOrdinary},
+    {u"&hArr;",     0x21D4, kOrdinary},
+    {u"&forall;",   0x2200, kOrdinary},
+    {u"&part;",     0x2202, kOrdinary},
+    {u"&exist;",    0x2203, kOrdinary},
+    {u"&empty;",    0x2205, kOrdinary},
+    {u"&nabla;",    0x2207, kOrdinary},
+    {u"&isin;",     0x2208, kOrdinary},
+    {u"&notin;",    0x2209, kOrdinary},
+    {u"&ni;",       0x220B, kOrdinary},
+    {u"&prod;",     0x220F, kOrdinary},
+    {u"&sum;",      0x2211, kOrdinary},
+    {u"&minus;",    0x2212, kOrdinary},
+    {u"&lowast;",   0x2217, kOrdinary},
+    {u"&radic;",    0x221A, kOrdinary},
+    {u"&prop;",     0x221D, kOrdinary},
+    {u"&infin;",    0x221E, kOrdinary},
+    {u"&ang;",      0x2220, kOrdinary},
+    {u"&and;",      0x2227, kOrdinary},
+    {u"&or;",       0x2228, kOrdinary},
+    {u"&cap;",      0x2229, kOrdinary},
+    {u"&cup;",      0x222A, kOrdinary},
+    {u"&int;",      0x222B, kOrdinary},
+    {u"&there4;",   0x2234, kOrdinary},
+    {u"&sim;",      0x223C, kOrdinary},
+    {u"&cong;",     0x2245, kOrdinary},
+    {u"&asymp;",    0x2248, kOrdinary},
+    {u"&ne;",       0x2260, kOrdinary},
+    {u"&equiv;",    0x2261, kOrdinary},
+    {u"&le;",       0x2264, kOrdinary},
+    {u"&ge;",       0x2265, kOrdinary},
+    {u"&sub;",      0x2282, kOrdinary},
+    {u"&sup;",      0x2283, kOrdinary},
+    {u"&nsub;",     0x2284, kOrdinary},
+    {u"&sube;",     0x2286, kOrdinary},
+    {u"&supe;",     0x2287, kOrdinary},
+    {u"&oplus;",    0x2295, kOrdinary},
+    {u"&otimes;",   0x2297, kOrdinary},
+    {u"&perp;",     0x22A5, kOrdinary},
+    {u"&sdot;",     0x22C5, kOrdinary},
+    {u"&lceil;",    0x2308, kOrdinary},
+    {u"&rceil;",    0x2309, kOrdinary},
+    {u"&lfloor;",   0x230A, kOrdinary},
+    {u"&rfloor;",   0x230B, kOrdinary},
+    {u"&lang;",     0x2329, kOrdinary},
+    {u"&rang;",     0x232A, kOrdinary},
+    {u"&loz;",      0x25CA, kOrdinary},
+    {u"&spades;",   0x2660, kOrdinary},
+    {u"&clubs;",    0x2663, kOrdinary},
+    {u"&hearts;",   0x2665, kOrdinary},
+    {u"&diams;",    0x2666, kOrdinary},
+};
+
+constexpr std::size_t kCount = std::size(kDeclarations);
+constexpr std::size_t kSpecialCount = std::ranges::count(kDeclarations, true, &Declaration::special);
+
+constexpr std::array<HtmlEntity, kCount> allEntities() {
+    std::array<HtmlEntity, kCount> entities;
+    std::ranges::transform(kDeclarations, entities.begin(), [](const Declaration& declaration) {
+        return HtmlEntity{declaration.reference, declaration.unit};
+    });
+    return entities;
+}
+
+constexpr std::array<HtmlEntity, kSpecialCount> specialEntities() {
+    std::array<HtmlEntity, kSpecialCount> entities;
+    auto next = entities.begin();
+    for (const Declaration& declaration : kDeclarations) {
+        if (declaration.special) *next++ = {declaration.reference, declaration.unit};
+    }
+    return entities;
+}
+
+constexpr std::array<HtmlEntity, kCount> entitiesByReference() {
+    std::array<HtmlEntity, kCount> entities = allEntities();
+    std::ranges::sort(entities, {}, &HtmlEntity::reference);
+    return entities;
+}
+
+constexpr auto kEntities = allEntities();
+constexpr auto kSpecialEntities = specialEntities();
+constexpr auto kEntitiesByReference = entitiesByReference();
+
+}  // namespace
+
+constexpr HtmlEntityTable kHtmlEntities(kEntities);
+constexpr HtmlEntityTable kSpecialHtmlEntities(kSpecialEntities);
+
+std::optional<char16_t> unitOfHtmlReference(std::u16string_view reference) {
+    const auto found = std::ranges::lower_bound(kEntitiesByReference, reference, {}, &HtmlEntity::reference);
+    if (found == kEntitiesByReference.end() || found->reference != reference) return std::nullopt;
+    return found->unit;
+}
+
+}  // namespace corvane
