@@ -20,6 +20,11 @@ Date dateOnDay(const Calendar& calendar, const cctz::civil_day& day, const cctz:
         cctz::civil_second(day.year(), day.month(), day.day(), time.hour(), time.minute(), time.second()));
 }
 
+bool holdsWeekday(std::span<const std::uint64_t> weekdays) {
+    return std::any_of(weekdays.begin(), weekdays.end(),
+                       [](std::uint64_t day) { return day >= kSunday && day <= kSaturday; });
+}
+
 bool holdsListedDay(cctz::civil_day day, const cctz::civil_day& end,
                     std::span<const std::uint64_t> weekdays) {
     while (day < end && !contains(weekdays, Calendar::weekday(day))) ++day;
@@ -100,6 +105,7 @@ Date dateByAddingWeeks(Date date, std::int64_t weeks, std::span<const std::uint6
     const cctz::civil_day day(civil);
     const bool isOwnWeekdayAlone = onWeekdays.size() == 1 && contains(onWeekdays, Calendar::weekday(day));
     if (onWeekdays.empty() || isOwnWeekdayAlone) return calendar.dateByAddingWeeks(date, weeks);
+    if (!holdsWeekday(onWeekdays)) return date;
 
     const cctz::civil_day startOfWeek = calendar.startOfWeek(day);
     const cctz::civil_day endOfWeek = startOfWeek + kDaysPerWeek;

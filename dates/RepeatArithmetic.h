@@ -31,9 +31,8 @@ bool isAlignedWithMonthlyRepeatWeekday(Date date, std::uint64_t weekday, std::ui
 /// first weekday.
 ///
 /// @param weeks       with 0 the search stays in the date's own week, so that the result may lie before it
-/// @param onWeekdays  in any order; empty, the date's own weekday alone or nothing from 1 to 7: only the
-/// weeks
-///                    are added
+/// @param onWeekdays  in any order; empty or the date's own weekday alone: only the weeks are added; nothing
+///                    from 1 to 7: no day fits, and the date stays as it is
 /// @return a day found from the start of a week has whole seconds: a fraction in `date` is dropped
 Date dateByAddingWeeks(Date date, std::int64_t weeks, std::span<const std::uint64_t> onWeekdays);
 
