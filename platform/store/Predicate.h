@@ -51,14 +51,14 @@ class Predicate {
     /// Whether the object fulfils it, by its values in memory. A variable that was never filled in is nil.
     bool evaluate(const ManagedObject& object) const;
 
-    /// The predicate as text, in one spelling: parsing it gives an equal predicate, unless it holds objects
-    /// or bytes, which have no literals.
+    /// The predicate as text, in one spelling: parsing it gives an equal predicate, unless it holds objects,
+    /// bytes or infinite numbers, which have no literals.
     std::u16string predicateFormat() const;
 
     /// Same structure and same values.
     bool operator==(const Predicate& other) const;
 
-    const PredicateNode& root() const { return *root_; }
+    const std::shared_ptr<const PredicateNode>& root() const { return root_; }
 
   private:
     std::shared_ptr<const PredicateNode> root_;

@@ -1,0 +1,232 @@
+#include "platform/store/SqlOperand.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "platform/foundation/Text.h"
+#include "platform/store/ManagedObject.h"
+#include "platform/store/PredicateOperators.h"
+
+namespace corvane {
+
+namespace {
+
+using Kind = SqlOperand::Kind;
+
+Kind kindOf(PropertyKind kind) {
+    switch (kind) {
+        case PropertyKind::kBoolean:
+        case PropertyKind::kInt16:
+        case PropertyKind::kInt32:
+        case PropertyKind::kInt64:
+        case PropertyKind::kDouble:
+        case PropertyKind::kDate:
+            return Kind::kNumber;
+        case PropertyKind::kString:
+            return Kind::kText;
+        case PropertyKind::kTransformable:
+            return Kind::kBytes;
+        case PropertyKind::kToOne:
+        case PropertyKind::kToMany:
+            return Kind::kObject;
+    }
+    return Kind::kNil;
+}
+
+std::string describedKind(const PropertyDescription& property) {
+    switch (property.kind) {
+        case PropertyKind::kBoolean:
+            return "a boolean";
+        case PropertyKind::kInt16:
+        case PropertyKind::kInt32:
+        case PropertyKind::kInt64:
+        case PropertyKind::kDouble:
+            return "a number";
+        case PropertyKind::kDate:
+            return "a date";
+        case PropertyKind::kString:
+            return "a text";
+        case PropertyKind::kTransformable:
+            return "bytes";
+        case PropertyKind::kToOne:
+        case PropertyKind::kToMany:
+            return "a " + std::string(property.destination);
+    }
+    return {};
+}
+
+// How a constant is bound, and what it is.
+struct BoundConstant {
+    Kind kind = Kind::kNil;
+    Value parameter;
+    const char* description = "nil";
+};
+
+BoundConstant boundConstant(const Value& value) {
+    if (const auto* flag = std::get_if<bool>(&value)) {
+        return {Kind::kNumber, std::int64_t{*flag ? 1 : 0}, "a boolean"};
+    }
+    if (const auto* date = std::get_if<Date>(&value)) {
+        return {Kind::kNumber, date->time_since_epoch().count(), "a date"};
+    }
+    if (const auto* object = std::get_if<ManagedObject*>(&value)) {
+        return {Kind::kObject, rowNumberOf(**object), "an object"};
+    }
+    if (std::holds_alternative<std::u16string>(value)) return {Kind::kText, value, "a text"};
+    if (std::holds_alternative<Bytes>(value)) return {Kind::kBytes, value, "bytes"};
+    return {Kind::kNumber, value, "a number"};
+}
+
+bool isNilOperand(const SqlOperand& operand) { return operand.kind == Kind::kNil; }
+
+}  // namespace
+
+SqlOperand SqlOperands::operand(SqlScope& scope, const Expression& expression) {
+    if (const auto* path = expression.get<KeyPath>()) return keyPath(scope, path->steps, path->isCount);
+    if (expression.isNilLiteral()) return {.isConstant = true, .isNilLiteral = true};
+    if (const auto* constant = expression.get<ConstantExpression>()) return this->constant(constant->value);
+    return {};
+}
+
+SqlOperand SqlOperands::constant(const Value& value) {
+    BoundConstant bound = boundConstant(value);
+    query_.parameters.push_back(std::move(bound.parameter));
+    SqlOperand operand{.kind = bound.kind, .isConstant = true, .description = bound.description};
+    operand.text = "?" + std::to_string(query_.parameters.size());
+    if (const auto* object = std::get_if<ManagedObject*>(&value)) {
+        operand.entity = &(*object)->entity();
+        operand.description = "a " + std::string(operand.entity->name());
+    }
+    return operand;
+}
+
+SqlOperand SqlOperands::keyPath(SqlScope& scope, std::span<const KeyStep> steps, bool isCount) {
+    if (steps.empty()) {
+        const SqlRow& row = scope.root();
+        return {.kind = Kind::kObject,
+                .text = row.alias + ".Z_PK",
+                .entity = row.entity,
+                .description = "SELF, a " + std::string(row.entity->name()) + ","};
+    }
+    std::string reason;
+    const std::optional<SqlRow> row = scope.rowAt(steps.first(steps.size() - 1), reason);
+    if (!row) {
+        fail(reason);
+        return {};
+    }
+    return isCount ? count(*row, steps.back()) : property(*row, steps.back());
+}
+
+SqlOperand SqlOperands::property(const SqlRow& row, const KeyStep& step) {
+    std::string reason;
+    const std::optional<PropertyIndex> index = propertyOfStep(*row.entity, step, reason);
+    if (!index) {
+        fail(reason);
+        return {};
+    }
+    const PropertyDescription& property = row.entity->property(*index);
+    if (property.kind == PropertyKind::kToMany) {
+        fail(step.key + " is a to-many relationship: ask with ANY, ALL, NONE or @count");
+        return {};
+    }
+    SqlOperand operand{.kind = kindOf(property.kind), .text = columns_.text(row, *index)};
+    if (property.isRelationship()) operand.entity = &columns_.model().destinationOf(*row.entity, *index);
+    operand.description = step.key + ", " + describedKind(property) + ",";
+    return operand;
+}
+
+SqlOperand SqlOperands::count(const SqlRow& row, const KeyStep& step) {
+    std::string reason;
+    const std::optional<PropertyIndex> index = propertyOfStep(*row.entity, step, reason);
+    if (!index || row.entity->property(*index).kind != PropertyKind::kToMany) {
+        fail(index ? step.key + " is no to-many relationship: it has no @count" : reason);
+        return {};
+    }
+    const SqlRow member = subqueryRow(columns_.model().destinationOf(*row.entity, *index));
+    return {.kind = Kind::kNumber,
+            .text = "(SELECT count(*) FROM " + member.entity->table() + " " + member.alias + " WHERE " +
+                    columns_.membership(row, *index, member) + ")",
+            .description = step.key + ".@count, a number,"};
+}
+
+SqlMembers SqlOperands::members(SqlScope& scope, const KeyPath& path) {
+    SqlMembers members;
+    std::span<const KeyStep> rest = path.steps;
+    // What comes before the first to-many relationship is joined outside of the subquery.
+    const std::size_t toOneSteps = toOneStepsAtFront(*scope.root().entity, rest);
+    std::string reason;
+    SqlRow row = scope.rowAt(rest.first(toOneSteps), reason).value_or(scope.root());
+    rest = rest.subspan(toOneSteps);
+    while (!rest.empty() && !(path.isCount && rest.size() == 1) &&
+           addMemberTable(members, row, rest.front())) {
+        rest = rest.subspan(1);
+    }
+    if (members.from.empty()) {
+        fail(utf8FromText(textFromKeyPath(path)) + " leads through no to-many relationship");
+        return members;
+    }
+    SqlScope memberScope(columns_, row, row.alias + "_");
+    members.value = keyPath(memberScope, rest, path.isCount);
+    members.from += memberScope.joins();
+    for (const SqlQuery::JoinedPath& joined : memberScope.joinedPaths()) noteSubqueryEntity(*joined.entity);
+    return members;
+}
+
+std::size_t SqlOperands::toOneStepsAtFront(const EntityDescription& entity,
+                                           std::span<const KeyStep> steps) const {
+    const EntityDescription* holder = &entity;
+    std::size_t count = 0;
+    for (const KeyStep& step : steps) {
+        const std::optional<PropertyIndex> index = step.indexIn(*holder);
+        if (!index || holder->property(*index).kind != PropertyKind::kToOne) break;
+        holder = &columns_.model().destinationOf(*holder, *index);
+        ++count;
+    }
+    return count;
+}
+
+// Moves from a row to the members of its to-many relationship; false where the step is none.
+bool SqlOperands::addMemberTable(SqlMembers& members, SqlRow& row, const KeyStep& step) {
+    const std::optional<PropertyIndex> index = step.indexIn(*row.entity);
+    if (!index || row.entity->property(*index).kind != PropertyKind::kToMany) return false;
+    const SqlRow member = subqueryRow(columns_.model().destinationOf(*row.entity, *index));
+    const std::string table = member.entity->table() + " " + member.alias;
+    const std::string condition = columns_.membership(row, *index, member);
+    if (members.from.empty()) {
+        members.from = table;
+        members.condition = condition;
+    } else {
+        members.from += " JOIN " + table + " ON " + condition;
+    }
+    row = member;
+    return true;
+}
+
+void SqlOperands::checkFit(PredicateOperator op, const SqlOperand& left, const SqlOperand& right) {
+    for (const SqlOperand* side : {&left, &right}) {
+        if (isTextOperator(op) && side->kind != Kind::kText && !isNilOperand(*side)) {
+            return fail(side->description + " is no text for " + utf8FromText(namesOf(op).text));
+        }
+        if (side->kind == Kind::kObject && !isEquality(op)) {
+            return fail(side->description + " is an object: only ==, != and IN work on it");
+        }
+    }
+    if (isNilOperand(left) || isNilOperand(right)) return;
+    if (left.kind != right.kind || left.entity != right.entity) {
+        fail(left.description + " cannot be compared with " + right.description);
+    }
+}
+
+SqlRow SqlOperands::subqueryRow(const EntityDescription& entity) {
+    noteSubqueryEntity(entity);
+    return {&entity, "s" + std::to_string(++subqueryRows_)};
+}
+
+void SqlOperands::noteSubqueryEntity(const EntityDescription& entity) {
+    if (std::ranges::find(query_.subqueryEntities, &entity) == query_.subqueryEntities.end()) {
+        query_.subqueryEntities.push_back(&entity);
+    }
+}
+
+}  // namespace corvane
