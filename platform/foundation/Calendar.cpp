@@ -12,7 +12,7 @@ namespace {
 constexpr std::int64_t kLastYear = 20'000'000;
 constexpr std::int64_t kLastMonths = kLastYear * 12;
 constexpr std::int64_t kLastDays = kLastYear * 366;
-constexpr double kLastSeconds = 20e6 * 365.2425 * 86'400;
+constexpr double kLastSeconds = (20e6 - 2002) * 365.2425 * 86'400;  // before and after 2001
 constexpr std::int64_t kSecondsFrom1970To2001 = 978'307'200;
 
 using Seconds = cctz::time_point<cctz::seconds>;

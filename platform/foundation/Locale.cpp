@@ -91,6 +91,30 @@ std::u16string withPlainSpaces(std::u16string_view text) {
     return plain;
 }
 
+bool isPatternLetter(char16_t unit) {
+    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
+}
+
+// A pattern to read by: a strict reader takes "dd" for exactly two digits, "d" for one or two. Fields that
+// touch ("HHmm") keep their widths, which alone tell them apart.
+std::u16string patternForReading(std::u16string_view pattern) {
+    constexpr std::u16string_view kNumericFields = u"dMHhKkms";
+    std::u16string result;
+    bool isQuoted = false;
+    for (std::size_t start = 0; start < pattern.size();) {
+        const std::size_t end = std::min(pattern.find_first_not_of(pattern[start], start), pattern.size());
+        const std::size_t length = end - start;
+        if (pattern[start] == u'\'' && length % 2 == 1) isQuoted = !isQuoted;
+        const bool touches = (start > 0 && isPatternLetter(pattern[start - 1])) ||
+                             (end < pattern.size() && isPatternLetter(pattern[end]));
+        const bool isNumeric = kNumericFields.find(pattern[start]) != kNumericFields.npos;
+        const bool isShortened = isNumeric && length == 2 && !touches && !isQuoted;
+        result += pattern.substr(start, isShortened ? 1 : length);
+        start = end;
+    }
+    return withPlainSpaces(result);
+}
+
 // The identifier of the process's settings, in the C library's order of precedence.
 const char* identifierOfProcess() {
     for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
@@ -233,7 +257,7 @@ std::optional<cctz::civil_second> Locale::civilFromString(std::u16string_view te
                                                           const cctz::civil_second& start) const {
     constexpr double kMillisecondsPerYear = 365.2425 * 86'400 * kMillisecondsPerSecond;
     const std::u16string plain = withPlainSpaces(text);
-    icu::SimpleDateFormat& format = services_->formatter(withPlainSpaces(pattern));
+    icu::SimpleDateFormat& format = services_->formatter(patternForReading(pattern));
     icu::GregorianCalendar& civil = services_->civil();
     const UDate first = millisecondsOfCivil(start);
     UErrorCode status = U_ZERO_ERROR;

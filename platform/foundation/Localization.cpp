@@ -47,7 +47,7 @@ struct Placeholder {
     enum class Kind { kPercent, kInteger, kUnsigned, kText, kUnknown };
     Kind kind = Kind::kUnknown;
     std::size_t length = 1;
-    std::size_t position = 0;  ///< 1 for the first argument, 0 when the format does not say
+    std::optional<std::size_t> position;  ///< 1 for the first argument, none when the format does not say
 
     bool takesArgument() const { return kind != Kind::kUnknown && kind != Kind::kPercent; }
 };
@@ -61,15 +61,13 @@ Placeholder::Kind kindOfConversion(char16_t conversion) {
             return Placeholder::Kind::kUnsigned;
         case u'@':
             return Placeholder::Kind::kText;
-        case u'%':
-            return Placeholder::Kind::kPercent;
         default:
             return Placeholder::Kind::kUnknown;
     }
 }
 
 // Takes a position of one or two digits, "1$", off the front.
-std::size_t takePosition(std::u16string_view& rest) {
+std::optional<std::size_t> takePosition(std::u16string_view& rest) {
     std::size_t position = 0;
     for (std::size_t i = 0; i < rest.size() && i < 3; ++i) {
         const char16_t unit = rest[i];
@@ -77,14 +75,15 @@ std::size_t takePosition(std::u16string_view& rest) {
             rest.remove_prefix(i + 1);
             return position;
         }
-        if (unit < u'0' || unit > u'9') return 0;
+        if (unit < u'0' || unit > u'9') break;
         position = position * 10 + (unit - u'0');
     }
-    return 0;
+    return std::nullopt;
 }
 
 // Reads the placeholder at the start of `text`, which begins with "%".
 Placeholder placeholderAtStart(std::u16string_view text) {
+    if (text.starts_with(u"%%")) return {Placeholder::Kind::kPercent, 2, std::nullopt};
     Placeholder placeholder;
     std::u16string_view rest = text.substr(1);
     placeholder.position = takePosition(rest);
@@ -113,8 +112,9 @@ std::u16string filledPlaceholder(const Placeholder& placeholder, std::u16string_
                                  std::initializer_list<FormatArgument> arguments) {
     if (placeholder.kind == Placeholder::Kind::kPercent) return u"%";
     std::optional<std::u16string> text;
-    if (placeholder.position >= 1 && placeholder.position <= arguments.size()) {
-        text = textOfArgument(arguments.begin()[placeholder.position - 1], placeholder.kind);
+    const std::size_t position = placeholder.position.value_or(0);
+    if (position >= 1 && position <= arguments.size()) {
+        text = textOfArgument(arguments.begin()[position - 1], placeholder.kind);
     }
     return text.value_or(std::u16string(source));
 }
@@ -136,7 +136,7 @@ std::u16string stringWithFormat(std::u16string_view format, std::initializer_lis
         format.remove_prefix(percent);
         if (format.empty()) return result;
         Placeholder placeholder = placeholderAtStart(format);
-        if (placeholder.takesArgument() && placeholder.position == 0) placeholder.position = nextPosition++;
+        if (placeholder.takesArgument() && !placeholder.position) placeholder.position = nextPosition++;
         result += filledPlaceholder(placeholder, format.substr(0, placeholder.length), arguments);
         format.remove_prefix(placeholder.length);
     }

@@ -2,21 +2,15 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <limits>
+
+#include "platform/foundation/Truncation.h"
 
 namespace corvane {
 namespace {
 
 constexpr auto kSmallest = std::numeric_limits<std::int64_t>::min();
 constexpr auto kLargest = std::numeric_limits<std::int64_t>::max();
-
-std::int64_t truncated(double number) {
-    constexpr double kTwoTo63 = 9223372036854775808.0;
-    if (std::isnan(number)) return 0;
-    if (number >= kTwoTo63) return kLargest;
-    return number < -kTwoTo63 ? kSmallest : static_cast<std::int64_t>(number);
-}
 
 // The number at the start of a text, as the platform reads one: blanks and a sign may come first, anything
 // may follow the digits.
@@ -43,7 +37,7 @@ const PropertyList* PropertyList::find(std::string_view key) const {
 std::optional<std::int64_t> PropertyList::integer() const {
     if (const auto* boolean = get<bool>()) return *boolean ? 1 : 0;
     if (const auto* number = get<std::int64_t>()) return *number;
-    if (const auto* real = get<double>()) return truncated(*real);
+    if (const auto* real = get<double>()) return truncated<std::int64_t>(*real);
     if (const auto* text = get<std::string>()) return leadingInteger(*text);
     return std::nullopt;
 }

@@ -62,8 +62,13 @@ std::optional<std::u16string> RegularExpression::replaceAll(std::u16string_view 
     if (text.size() > kMaximumTextLength || replacement.size() > kMaximumTextLength) return std::nullopt;
     const icu::UnicodeString input = aliasOfText(text);
     UErrorCode status = U_ZERO_ERROR;
+    icu::UnicodeString result;
     engine_->matcher->reset(input);
-    const icu::UnicodeString result = engine_->matcher->replaceAll(aliasOfText(replacement), status);
+    // The engine's own replaceAll stops in silence, with half a text, when a search runs out of its bounds.
+    while (engine_->matcher->find(status)) {
+        engine_->matcher->appendReplacement(result, aliasOfText(replacement), status);
+    }
+    engine_->matcher->appendTail(result);
     if (U_FAILURE(status)) return std::nullopt;
     return std::u16string(result.getBuffer(), static_cast<std::size_t>(result.length()));
 }

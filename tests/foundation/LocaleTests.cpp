@@ -1,0 +1,171 @@
+#include "platform/foundation/Locale.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/foundation/Text.h"
+#include "support/ProcessVariable.h"
+#include "support/TestEnvironment.h"
+
+namespace corvane {
+namespace {
+
+std::string written(const char* civil, const std::u16string& pattern) {
+    return utf8FromText(Locale::current().stringFromDate(at(civil), pattern, Calendar::current()));
+}
+
+TEST(Locale, ReadsTheNamesOfTheCLibrary) {
+    struct Row {
+        const char* name;
+        const char* identifier;
+    };
+    constexpr Row kRows[] = {
+        {"de_DE",             "de_DE"      },
+        {"de_DE.UTF-8",       "de_DE"      },
+        {"de_DE@euro",        "de_DE"      },
+        {"C",                 "en_US_POSIX"},
+        {"C.UTF-8",           "en_US_POSIX"},
+        {"POSIX",             "en_US_POSIX"},
+        {"",                  "en_US_POSIX"},
+        {"sr_RS.UTF-8@latin", "sr_Latn_RS" },
+        {"uz_UZ@cyrillic",    "uz_Cyrl_UZ" },
+        {"en-GB",             "en_GB"      },
+        {"ca_ES@valencia",    "ca_ES"      },
+    };
+    for (const Row& row : kRows) EXPECT_EQ(Locale(row.name).identifier(), row.identifier) << row.name;
+    for (const char* broken : {"../../etc/passwd", "@", ".", "xx@=;=", "_____", "\xff\xfe"}) {
+        EXPECT_FALSE(Locale(broken).shortTimePattern().empty()) << broken;
+    }
+}
+
+TEST(Locale, FollowsTheProcessInTheCLibrarysOrder) {
+    const TestEnvironment environment({.locale = ""});
+    const ProcessVariable all("LC_ALL", nullptr);
+    const ProcessVariable time("LC_TIME", nullptr);
+    const ProcessVariable language("LANG", "de_DE.UTF-8");
+    const Locale& german = Locale::current();
+    EXPECT_EQ(german.identifier(), "de_DE");
+    const ProcessVariable french("LC_TIME", "fr_FR.UTF-8");
+    EXPECT_EQ(Locale::current().identifier(), "fr_FR");
+    const ProcessVariable swedish("LC_ALL", "sv_SE.UTF-8");
+    EXPECT_EQ(Locale::current().identifier(), "sv_SE");
+    environment->locale = "fa_IR";
+    EXPECT_EQ(Locale::current().identifier(), "fa_IR");
+    EXPECT_TRUE(Locale::current().isRightToLeft());
+    EXPECT_EQ(german.identifier(), "de_DE");
+}
+
+TEST(Locale, WritesDatesInItsOrderAndDigitsAndInTheGregorianCalendar) {
+    struct Row {
+        const char* locale;
+        const char* day;
+        const char* dayAndYear;
+        const char* time;
+    };
+    constexpr Row kRows[] = {
+        {"en_US", "Tue, Mar 5",                     "Tue, Mar 5, 2024",                        "2:07\u202FPM"},
+        {"en_GB", "Tue, 5 Mar",                     "Tue, 5 Mar 2024",                         "14:07"       },
+        {"de_DE", "Di., 5. März",                  "Di., 5. März 2024",                      "14:07"       },
+        {"ja_JP", "3月5日(火)",                  "2024年3月5日(火)",                    "14:07"       },
+        {"th_TH", "อ. 5 มี.ค.",             "อ. 5 มี.ค. 2024",                 "14:07"       },
+        {"ar_EG", "الثلاثاء، ٥ مارس", "الثلاثاء، ٥ مارس ٢٠٢٤", "٢:٠٧ م"  },
+        {"fa_IR", "سه‌شنبه ۵ مارس",    "سه‌شنبه ۵ مارس ۲۰۲۴",    "۱۴:۰۷"   },
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.locale);
+        const TestEnvironment environment({.timeZone = "Asia/Kathmandu", .locale = row.locale});
+        const Locale& locale = Locale::current();
+        EXPECT_EQ(written("2024-03-05 14:07", locale.patternForSkeleton("EEEMMMd")), row.day);
+        EXPECT_EQ(written("2024-03-05 14:07", locale.patternForSkeleton("EEEMMMdyyyy")), row.dayAndYear);
+        EXPECT_EQ(written("2024-03-05 14:07", locale.shortTimePattern()), row.time);
+    }
+}
+
+TEST(Locale, WritesTheCivilFieldsOfTheCalendar) {
+    const std::u16string full = u"y-MM-dd HH:mm:ss.SSS";
+    struct Row {
+        const char* zone;
+        const char* civil;
+        const char* expected;
+    };
+    constexpr Row kRows[] = {
+        {"America/Sao_Paulo", "2018-11-04",              "2018-11-04 01:00:00.000"},
+        {"Europe/Berlin",     "2024-03-31 02:30",        "2024-03-31 03:30:00.000"},
+        {"Europe/Berlin",     "1500-02-28 23:59:59.250", "1500-02-28 23:59:59.250"},
+        {"UTC",               "1969-12-31 23:59:59.750", "1969-12-31 23:59:59.750"},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.civil);
+        const TestEnvironment environment({.timeZone = row.zone});
+        EXPECT_EQ(written(row.civil, full), row.expected);
+    }
+}
+
+TEST(Locale, KeepsAnswersRightOverManyPatterns) {
+    const TestEnvironment environment;
+    for (int round = 0; round < 2; ++round) {
+        for (char16_t letter = u'a'; letter <= u'z'; ++letter) {
+            const std::u16string pattern = std::u16string(u"d'") + letter + u"'";
+            EXPECT_EQ(written("2024-03-05", pattern), "5" + utf8FromText({&letter, 1}));
+        }
+    }
+}
+
+TEST(Locale, ReadsWhatFitsThePatternAsAWhole) {
+    struct Row {
+        const char* locale;
+        const char16_t* text;
+        const char* skeleton;
+        const char* expected;
+    };
+    constexpr Row kRows[] = {
+        {"en_US", u"2:30 PM",      "time", "2024-03-05 14:30"},
+        {"en_US", u"2:30\u202FPM", "time", "2024-03-05 14:30"},
+        {"en_US", u"12:05 AM",     "time", "2024-03-05 00:05"},
+        {"de_DE", u"9:05",         "time", "2024-03-05 09:05"},
+        {"fa_IR", u"۱۴:۰۷",    "time", "2024-03-05 14:07"},
+        {"de_DE", u"1.2.25",       "date", "2025-02-01 08:00"},
+        {"en_US", u"2/1/45",       "date", "1945-02-01 08:00"},
+        {"de_DE", u"24:00",        "time", "none"            },
+        {"de_DE", u"9:60",         "time", "none"            },
+        {"de_DE", u"30.2.25",      "date", "none"            },
+        {"de_DE", u"9:05 Uhr",     "time", "none"            },
+        {"de_DE", u" 9:05",        "time", "2024-03-05 09:05"},
+        {"de_DE", u"",             "time", "none"            },
+        {"en_US", u"14:30",        "time", "none"            },
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(std::string(row.locale) + " " + utf8FromText(row.text));
+        const TestEnvironment environment({.locale = row.locale});
+        const Locale& locale = Locale::current();
+        const bool isTime = std::string_view(row.skeleton) == "time";
+        const auto civil =
+            locale.civilFromString(row.text, isTime ? locale.shortTimePattern() : locale.shortDatePattern(),
+                                   cctz::civil_second(2024, 3, 5, 8, 0, 0));
+        EXPECT_EQ(civil ? civilText(Calendar::current().dateFromCivil(*civil)) : "none", row.expected);
+    }
+}
+
+TEST(Locale, ComparesByItsAlphabetWithoutCase) {
+    struct Row {
+        const char* locale;
+        const char16_t* a;
+        const char16_t* b;
+        int sign;
+    };
+    constexpr Row kRows[] = {
+        {"en_US", u"milk",      u"MILK",      0 },
+        {"en_US", u"apple",     u"Banana",    -1},
+        {"en_US", u"resume",    u"résumé",  -1},
+        {"de_DE", u"Äpfel",    u"Zebra",     -1},
+        {"sv_SE", u"Äpple",    u"Zebra",     1 },
+        {"en_US", u"",          u"a",         -1},
+        {"en_US", u"ﬀ\xD800", u"ﬀ\xD800", 0 },
+    };
+    for (const Row& row : kRows) {
+        const int order = Locale(row.locale).localizedCaseInsensitiveCompare(row.a, row.b);
+        EXPECT_EQ((order > 0) - (order < 0), row.sign) << row.locale << " " << utf8FromText(row.a);
+    }
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,84 @@
+#include "platform/foundation/TimeZone.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/foundation/Calendar.h"
+#include "support/FileBytes.h"
+#include "support/ProcessVariable.h"
+#include "support/TestEnvironment.h"
+
+namespace corvane {
+namespace {
+
+// The hours of a summer day that a zone is east of Greenwich.
+int summerHours(const cctz::time_zone& zone) {
+    return zone.lookup(cctz::convert(cctz::civil_second(2024, 7, 1), cctz::utc_time_zone())).offset / 3600;
+}
+
+TEST(TimeZone, ReadsTheFormsOfTheSetting) {
+    struct Row {
+        const char* setting;
+        int hours;
+    };
+    constexpr Row kRows[] = {
+        {"Europe/Berlin",                  2},
+        {":Europe/Berlin",                 2},
+        {"/usr/share/zoneinfo/Asia/Tokyo", 9},
+        {"",                               0},
+        {":",                              0},
+        {"Nowhere/Land",                   0},
+        {"../../passwd",                   0},
+        {"/etc/passwd",                    0},
+        {"/",                              0},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.setting);
+        EXPECT_EQ(summerHours(timeZoneOfSetting(row.setting)), row.hours);
+    }
+}
+
+TEST(TimeZone, FollowsAChangedSettingAtOnce) {
+    const TestEnvironment environment({.timeZone = ""});
+    const ProcessVariable berlin("TZ", "Europe/Berlin");
+    EXPECT_EQ(summerHours(Calendar::current().timeZone()), 2);
+    const ProcessVariable tokyo("TZ", "Asia/Tokyo");
+    EXPECT_EQ(summerHours(Calendar::current().timeZone()), 9);
+    environment->timeZone = "America/New_York";
+    EXPECT_EQ(summerHours(Calendar::current().timeZone()), -4);
+    environment->timeZone = "";
+    EXPECT_EQ(summerHours(Calendar::current().timeZone()), 9);
+}
+
+TEST(TimeZone, ReadsTheDevicesFileWhereNothingIsSet) {
+    const TestEnvironment environment({.timeZone = ""});
+    const int expected = summerHours(timeZoneOfFile("/etc/localtime"));
+    for (const char* setting : {static_cast<const char*>(nullptr), ":/etc/localtime", "/etc/localtime"}) {
+        const ProcessVariable variable("TZ", setting);
+        EXPECT_EQ(summerHours(currentTimeZone()), expected);
+    }
+}
+
+TEST(TimeZone, ReadsALinkAgainThatPointsElsewhere) {
+    const TemporaryDirectory directory;
+    const std::filesystem::path link = directory.path() / "localtime";
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", link);
+    EXPECT_EQ(timeZoneOfFile(link).name(), "Europe/Berlin");
+    std::filesystem::remove(link);
+    EXPECT_EQ(summerHours(timeZoneOfFile(link)), 0);
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", link);
+    EXPECT_EQ(timeZoneOfFile(link).name(), "Asia/Tokyo");
+}
+
+TEST(TimeZone, ReadsACopiedFileAgainThatWasReplaced) {
+    const TemporaryDirectory directory;
+    const std::filesystem::path file = directory.path() / "localtime";
+    writeFileBytes(file, fileBytes("/usr/share/zoneinfo/Europe/Berlin"));
+    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 2);
+    writeFileBytes(file, fileBytes("/usr/share/zoneinfo/Asia/Tokyo"));
+    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 9);
+    writeFileBytes(file, "no zone");
+    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 0);
+}
+
+}  // namespace
+}  // namespace corvane
