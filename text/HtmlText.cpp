@@ -1,6 +1,7 @@
 #include "text/HtmlText.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
 
 #include "platform/foundation/RegularExpression.h"

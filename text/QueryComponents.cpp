@@ -1,6 +1,7 @@
 #include "text/QueryComponents.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "text/UrlEncoding.h"
 

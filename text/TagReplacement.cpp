@@ -63,7 +63,8 @@ class TagOrders {
 //
 // What is left of a piece can then hold a "<", and the piece that it joins can end with longer tag texts.
 // Only these are searched for, from where the last search in that piece ended, and only those whose turn is
-// to come.
+// to come: a tag text that comes about after its turn, or in it, stays. What is left is read again only when
+// piece after piece inherits it and each ends like another, longer tag text.
 class NestedTagReplacement {
   public:
     explicit NestedTagReplacement(std::u16string_view text);
@@ -83,9 +84,8 @@ class NestedTagReplacement {
         std::size_t size() const { return end - begin; }
     };
 
-    // The pieces that end with one tag text lose it from right to left. So what is left of one joins a piece
-    // that does not end with it, and an occurrence that only now comes about stays, as it does in one pass of
-    // replacing.
+    // The pieces that end with the same tag text lose it from right to left, so that what is left of one
+    // joins a piece that stays and is not searched in vain.
     struct Turn {
         TagOrder order;
         std::size_t piece;
@@ -199,8 +199,7 @@ void NestedTagReplacement::join(const Piece& left, Piece& right) {
 
 void NestedTagReplacement::searchTags(std::size_t index, TagOrder after) {
     Piece& piece = pieces_[index];
-    const bool isTerminated = index + 1 < pieces_.size();
-    while (isTerminated && !piece.search.isOver() && piece.search.length() < piece.size()) {
+    while (!piece.search.isOver() && piece.search.length() < piece.size()) {
         const char16_t unit = units_[piece.end - 1 - piece.search.length()];
         const TagOrder order = suffixes_.extend(piece.search, unit);
         if (order > after && order < piece.due) schedule(index, order);

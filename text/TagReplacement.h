@@ -15,7 +15,7 @@ namespace corvane {
 /// before "<a<b>" leaves
 /// "<a " behind, which a later tag text may hold together with what follows it.
 ///
-/// Time and memory grow with the length of the text, not with the number of tags.
+/// Time and memory follow the length of the text, not that times the number of tags.
 std::u16string stringByReplacingTags(std::u16string_view text);
 
 }  // namespace corvane

@@ -1,6 +1,7 @@
 #include "text/HtmlEscaping.h"
 
 #include <algorithm>
+#include <memory>
 #include <random>
 #include <string>
 
@@ -58,7 +59,8 @@ TEST(HtmlEscaping, NamesWhatTheTableHolds) {
               u"&lt;b title=&quot;x&quot;&gt;&apos;R&amp;D&apos;&lt;/b&gt;");
     EXPECT_EQ(gtm_stringByEscapingForHTML(u"caf\u00e9 \u4e2d \u2014 5\u20ac"),
               u"caf\u00e9 \u4e2d &mdash; 5&euro;");
-    EXPECT_EQ(gtm_stringByEscapingForAsciiHTML(u"caf\u00e9 \u4e2d"), u"caf&eacute; &#20013;");
+    EXPECT_EQ(gtm_stringByEscapingForAsciiHTML(u"caf\u00e9 \u4e2d\x7f\x80"),
+              u"caf&eacute; &#20013;\x7f&#128;");
     constexpr HtmlEntity kOwn[] = {
         {u"&dot;", u'.'}
     };
@@ -84,6 +86,7 @@ TEST(HtmlUnescaping, ReplacesWellFormedReferences) {
         {u"&# 65; &#\u2028+65; &#x\t0x4A;", u"A A J"       },
         {u"&#1;&#65534;",                   u"\u0001\xFFFE"},
         {u"&#0000065;&#x00000a9;",          u"A&#x00000a9;"}, // 10 units and 11
+        {u"&#65&#66;",                      u"&#65B"       },
         {u"&amp;lt;",                       u"&lt;"        },
         {u"&&lt;&lt&gt;;&amp",              u"&<&lt>;&amp" },
     };
