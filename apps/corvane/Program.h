@@ -32,24 +32,34 @@ class Program {
     };
     Options options;
 
-    /// The container with its store open.
-    /// @throws CommandFailure when there is no store to work with
+    /// The container with its store open, for a command that only shows: what is not there is not made.
+    /// @throws CommandFailure when there is no store to show
     GSData& store();
-    /// The container, launched; its store may be missing (GSData::loadError).
+    /// The container with its store open, for a command that changes something: container and store are made
+    /// where there is none yet.
+    /// @throws CommandFailure when there is no store to work with
+    GSData& storeToChange();
+    /// The container, launched; nothing is made, and its store may be missing (GSData::loadError).
     GSData& launchedContainer();
     /// Saves what the command changed. @throws CommandFailure; nothing was written then
     void save();
 
-    /// Writes to standard output. Nothing is written once the reader has gone.
+    /// Writes a text for people to standard output, in the character set of the user's locale. Nothing is
+    /// written once the reader has gone.
     void print(std::string_view utf8);
     void printLine(std::string_view utf8);
+    /// Writes a line of data (JSON, HTML), which is UTF-8 whatever the locale.
+    void printData(std::string_view utf8);
     /// @throws CommandFailure when something printed could not be written, unless the reader has gone
     void flush();
+    bool readerHasGone() const { return readerHasGone_; }
 
     /// What a command that ran without a failure ends with.
     ExitCode exitCode = kDone;
 
   private:
+    void write(std::string_view bytes);
+
     bool outputFailed_ = false;
     bool readerHasGone_ = false;
 };

@@ -22,8 +22,9 @@ std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options
     std::setlocale(LC_ALL, "");
     Environment& environment = Environment::current();
     environment.documentsDirectory = Environment::defaultDocumentsDirectory();
-    environment.useContainerDirectory(options.container.empty() ? Environment::defaultContainerDirectory()
-                                                                : options.container);
+    environment.useContainerDirectory(
+        options.container.empty() ? Environment::defaultContainerDirectory() : options.container,
+        Environment::MissingDirectory::kLeave);
     if (options.now.empty()) return std::nullopt;
     const std::optional<Date> date = clockFromText(options.now);
     if (!date) return "--now takes a time like 2024-03-05T12:00:00Z, not \"" + options.now + "\"";

@@ -13,7 +13,7 @@ struct ProgramOptions {
 };
 
 /// Puts the options in force: locale of the process, container, clock. A container that cannot be had leaves
-/// the environment without one.
+/// the environment without one; a missing one is not made.
 ///
 /// @return why an option cannot be understood, one line; none when all is well
 std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options);

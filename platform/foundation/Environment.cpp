@@ -11,12 +11,14 @@ Environment& Environment::current() {
     return environment;
 }
 
-bool Environment::useContainerDirectory(const std::filesystem::path& directory) {
+bool Environment::useContainerDirectory(const std::filesystem::path& directory, MissingDirectory missing) {
     containerDirectory.reset();
     userDefaults = std::make_shared<UserDefaults>(std::filesystem::path());
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(directory, error);
-    if (error || !makePrivateDirectories(absolute)) return false;
+    if (error) return false;
+    const bool isLeft = missing == MissingDirectory::kLeave && !std::filesystem::exists(absolute, error);
+    if (!isLeft && !makePrivateDirectories(absolute)) return false;
     containerDirectory = absolute;
     const std::string preferences = std::string(kAppGroupIdentifier) + ".plist";
     userDefaults = std::make_shared<UserDefaults>(absolute / "Library" / "Preferences" / preferences);

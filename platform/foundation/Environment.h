@@ -34,10 +34,14 @@ struct Environment {
     /// The environment in force.
     static Environment& current();
 
-    /// Puts the container in force: makes the directory (0700) where it is missing and takes its user
-    /// defaults.
+    /// What becomes of a container directory that is not there: a program that only shows leaves no trace.
+    enum class MissingDirectory { kMake, kLeave };
+
+    /// Puts the container in force and takes its user defaults. A missing directory is made (0700), or left
+    /// to whoever writes into it first.
     /// @return false when it cannot be made or is no directory; there is then no container
-    bool useContainerDirectory(const std::filesystem::path& directory);
+    bool useContainerDirectory(const std::filesystem::path& directory,
+                               MissingDirectory missing = MissingDirectory::kMake);
 
     /// $CORVANE_CONTAINER, else ${XDG_DATA_HOME:-~/.local/share}/group.com.velmor.orin; relative values of
     /// XDG_DATA_HOME are ignored, as the XDG base directories ask.
