@@ -10,13 +10,11 @@ namespace corvane {
 
 namespace {
 
-// SQLite tells a full disk as an input or output error when it met it in another way than a short write.
-bool isOutOfSpace(sqlite3* connection) {
-    const int code = sqlite3_extended_errcode(connection) & 0xff;
+// SQLite tells a full disk only when a write came short; a quota and a limit on files are errors of the
+// device to it, and the system knows better.
+bool isOutOfSpace(int code, int cause) {
     if (code == SQLITE_FULL) return true;
-    if (code != SQLITE_IOERR) return false;
-    const int cause = sqlite3_system_errno(connection);
-    return cause == ENOSPC || cause == EDQUOT || cause == EFBIG;
+    return code == SQLITE_IOERR && (cause == ENOSPC || cause == EDQUOT || cause == EFBIG);
 }
 
 StoreError::Kind kindOfCode(int code) {
@@ -71,8 +69,9 @@ void keepCompanionsOnClose(sqlite3* connection) {
 }
 
 void configure(SQLite::Database& connection, SqliteDatabase::Access access) {
-    if (access != SqliteDatabase::Access::kDraft) keepCompanionsOnClose(connection.getHandle());
     sqlite3_db_config(connection.getHandle(), SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
+    if (access == SqliteDatabase::Access::kDraft) return;
+    keepCompanionsOnClose(connection.getHandle());
     const bool isShared = access == SqliteDatabase::Access::kShared;
     // Alone from before the first access on: the index of the log then lives in memory.
     connection.exec(isShared ? "PRAGMA synchronous=FULL; PRAGMA recursive_triggers=1"
@@ -82,8 +81,9 @@ void configure(SQLite::Database& connection, SqliteDatabase::Access access) {
 }  // namespace
 
 StoreError storeErrorOf(sqlite3* connection) {
+    const int cause = errno;
     const int code = sqlite3_extended_errcode(connection) & 0xff;
-    if (isOutOfSpace(connection)) {
+    if (isOutOfSpace(code, cause)) {
         return {StoreError::Kind::kNoSpace, "There is no space left on the store's disk."};
     }
     const StoreError::Kind kind = kindOfCode(code);
@@ -120,6 +120,7 @@ std::variant<SqliteStatement, StoreError> SqliteDatabase::prepare(std::string_vi
 }
 
 std::optional<StoreError> SqliteDatabase::execute(const std::string& sql) {
+    errno = 0;
     if (sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) return std::nullopt;
     statements_->noteError();
     return statements_->lastError();

@@ -22,7 +22,7 @@ class Database;
 
 namespace corvane {
 
-/// What the connection says of its last failure.
+/// What the connection says of its last failure, with `errno` as the failed call left it.
 StoreError storeErrorOf(sqlite3* connection);
 
 class SqliteDatabase {

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <cerrno>
 #include <utility>
 
 #include "platform/foundation/Text.h"
@@ -77,6 +78,7 @@ void SqliteStatement::bindNull(int parameter) { noteBinding(sqlite3_bind_null(st
 SqliteStatement::Step SqliteStatement::step() {
     if (hasUnboundValue_) return Step::kError;
     if (!std::exchange(isRunning_, true)) cache_->countRun();
+    errno = 0;  // an error's cause is looked for there
     const int code = sqlite3_step(statement_);
     if (code == SQLITE_ROW) return Step::kRow;
     if (code == SQLITE_DONE) return Step::kDone;

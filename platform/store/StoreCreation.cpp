@@ -40,8 +40,7 @@ class DraftFile {
     }
     ~DraftFile() {
         if (path_.empty()) return;
-        unlink(path_.c_str());
-        unlink((path_ + "-wal").c_str());
+        for (const char* suffix : {"", "-journal", "-wal", "-shm"}) unlink((path_ + suffix).c_str());
     }
     DraftFile(const DraftFile&) = delete;
     DraftFile& operator=(const DraftFile&) = delete;

@@ -1,0 +1,104 @@
+#include "platform/store/StoreWatcher.h"
+
+#include <gtest/gtest.h>
+#include <poll.h>
+
+#include "StoreFileModel.h"
+#include "platform/store/SaveTransaction.h"
+#include "platform/store/SqliteStore.h"
+#include "support/FileBytes.h"
+#include "support/OtherProcess.h"
+#include "support/PlatformStore.h"
+#include "support/TestEnvironment.h"
+
+namespace corvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct WatcherTest : testing::Test {
+    TemporaryDirectory directory;
+    fs::path file = directory.path() / "Plorix.sqlite";
+};
+
+bool isReadable(const StoreWatcher& watcher) {
+    pollfd descriptor{watcher.fileDescriptor().value(), POLLIN, 0};
+    return poll(&descriptor, 1, 0) == 1;
+}
+
+TEST_F(WatcherTest, NoticesACommitOfAnotherProcess) {
+    writePlatformStore(file);
+    StoreWatcher watcher(file);
+    EXPECT_FALSE(isReadable(watcher));
+    EXPECT_FALSE(watcher.readEvents());
+    commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Tea'");
+    EXPECT_TRUE(isReadable(watcher));
+    EXPECT_TRUE(watcher.readEvents());
+    EXPECT_FALSE(isReadable(watcher));
+    EXPECT_FALSE(watcher.readEvents());
+}
+
+TEST_F(WatcherTest, AReaderDoesNotFeedIt) {
+    writePlatformStore(file);
+    const auto store = openedStore(file);
+    StoreWatcher watcher(file);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_GT(store->dataVersion(), 0);
+        auto prepared = store->prepare("SELECT * FROM ZGTASK");
+        EXPECT_EQ(std::get<0>(prepared).step(), SqliteStatement::Step::kRow);
+    }
+    EXPECT_FALSE(watcher.readEvents());
+}
+
+TEST_F(WatcherTest, TellsTheStoreFromItsNeighbours) {
+    writePlatformStore(file);
+    StoreWatcher watcher(file);
+    const std::pair<const char*, bool> rows[] = {
+        {"Plorix.sqlite-wal",     true },
+        {"Plorix.sqlite-shm",     false},
+        {"Plorix.sqlite",         true },
+        {"Plorix.sqlite-old",     false},
+        {"Preferences.plist",     false},
+        {"Plorix.sqlit",          false},
+        {"Plorix.sqlite-journal", true },
+    };
+    for (const auto& [name, expected] : rows) {
+        writeFileBytes(directory.path() / name, "x");
+        EXPECT_EQ(watcher.readEvents(), expected) << name;
+    }
+}
+
+TEST_F(WatcherTest, NoticesAStoreThatComesOrIsReplaced) {
+    StoreWatcher watcher(file);
+    const fs::path elsewhere = directory.path() / "copy";
+    writePlatformStore(elsewhere);
+    EXPECT_FALSE(watcher.readEvents());
+    fs::rename(elsewhere, file);
+    EXPECT_TRUE(watcher.readEvents());
+    fs::remove(file);
+    EXPECT_TRUE(watcher.readEvents());
+}
+
+TEST_F(WatcherTest, FollowsALinkToTheStore) {
+    const TemporaryDirectory real;
+    writePlatformStore(real.path() / "real.sqlite");
+    fs::create_symlink(real.path() / "real.sqlite", file);
+    StoreWatcher watcher(file);
+    commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Tea'");
+    EXPECT_TRUE(watcher.readEvents());
+}
+
+TEST_F(WatcherTest, HasNothingToSayWithoutItsDirectory) {
+    EXPECT_FALSE(StoreWatcher(directory.path() / "none" / "Plorix.sqlite").fileDescriptor());
+    const fs::path inner = directory.path() / "inner";
+    fs::create_directory(inner);
+    StoreWatcher watcher(inner / "Plorix.sqlite");
+    ASSERT_TRUE(watcher.fileDescriptor());
+    fs::remove(inner);
+    EXPECT_TRUE(watcher.readEvents());
+    EXPECT_FALSE(watcher.fileDescriptor());
+    EXPECT_FALSE(watcher.readEvents());
+}
+
+}  // namespace
+}  // namespace corvane
