@@ -14,6 +14,7 @@
 
 #include "platform/store/ManagedObjectID.h"
 #include "platform/store/ModelDescription.h"
+#include "platform/store/ObjectState.h"
 #include "platform/store/Value.h"
 
 namespace corvane {
@@ -92,13 +93,15 @@ class ManagedObject {
     /// The value as stored: nil stays nil where an accessor would read 0, and a value of another kind than
     /// the attribute's (a text in a number's column) is given as it is. A column that the file lacks gives
     /// the attribute's default. To-many, and every property of an object whose row is gone: nil.
+    /// An unknown key: nil.
     Value valueForKey(std::string_view key) const;
     Value valueAt(PropertyIndex index) const;
     /// As valueAt, without a copy: valid until the object's next change.
     ValueView viewAt(PropertyIndex index) const;
     /// Members of a to-many relationship; none for an object whose row is gone.
     const std::vector<ManagedObject*>& membersAt(PropertyIndex index) const;
-    /// Sets an attribute or to-one relationship by name; writes only a different value.
+    /// Sets an attribute or to-one relationship by name; writes only a different value. A value of a kind
+    /// that the property cannot hold, and an unknown key, change nothing.
     void setValueForKey(std::string_view key, const Value& value);
 
     // Notices
@@ -108,8 +111,9 @@ class ManagedObject {
     void didChangeValueForKey(std::string_view key);
 
   protected:
-    // Typed access by position; nil reads as false, 0 or none. Setters write only a different value, note the
-    // change in the context and keep both sides of a relationship.
+    // Typed access by position; nil reads as false, 0 or none, and so does a value of a foreign kind. Setters
+    // write only a value that differs from the stored one, note the change in the context and keep both sides
+    // of a relationship. A deleted object is not changed any more.
     bool booleanAt(PropertyIndex index) const;
     std::int64_t integerAt(PropertyIndex index) const;  ///< clamped to the attribute's width
     double doubleAt(PropertyIndex index) const;
@@ -117,6 +121,7 @@ class ManagedObject {
     std::optional<std::u16string_view> textAt(
         PropertyIndex index) const;  ///< until the next change of the attribute
     const Bytes* bytesAt(PropertyIndex index) const;
+    /// Null also when the row that it refers to is not there.
     ManagedObject* objectAt(PropertyIndex index) const;
 
     void setBooleanAt(PropertyIndex index, bool value);
@@ -131,9 +136,14 @@ class ManagedObject {
     virtual void didTurnIntoFault() {}
 
   private:
-    friend class ManagedObjectContext;
-    friend class ObjectState;
-    // (storage: the store's helper fills this in)
+    friend struct ObjectState;
+    const Slot& slotAt(PropertyIndex index) const;
+    void setSlotAt(PropertyIndex index, Slot value);
+    void notify(std::string_view key, bool isPrior);
+
+    mutable ObjectState state_;
 };
+
+inline ObjectState& ObjectState::of(const ManagedObject& object) { return object.state_; }
 
 }  // namespace corvane

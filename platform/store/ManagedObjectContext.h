@@ -18,6 +18,7 @@
 
 namespace corvane {
 
+class ContextState;
 class PersistentStoreCoordinator;
 
 /// Posted (object: the context) once after a group of changes, before the next fetch or save or on the next
@@ -45,6 +46,7 @@ class ManagedObjectContext {
     PersistentStoreCoordinator& coordinator() const;
 
     // Objects
+    /// @throws std::invalid_argument for an entity that the model does not have
     ManagedObject& insertNewObject(std::string_view entityName);
     template <class Object>
     Object& insert() {
@@ -91,20 +93,18 @@ class ManagedObjectContext {
     /// Writes all changes in one transaction. @return none when done or nothing was to do; on an error
     /// nothing was written and all changes stay pending
     [[nodiscard]] std::optional<StoreError> save();
-    /// Gives up all unsaved changes.
+    /// Gives up all unsaved changes. Objects that were not saved yet are gone.
     void rollback();
 
     /// Takes over what another context of the same store saved: updated objects lose their unchanged values
     /// and read afresh, deleted ones are gone, inserted ones are known.
     void mergeChangesFromContextDidSave(const ObjectChanges& changes);
 
-    /// Counts of SQL statements run for this context, for tests and benchmarks.
+    /// How many SQL statements were run for this context to read rows, and by its saves.
     std::size_t statementCount() const;
 
   private:
-    friend class ManagedObject;
-    class Implementation;
-    std::unique_ptr<Implementation> implementation_;
+    std::unique_ptr<ContextState> state_;
 };
 
 }  // namespace corvane

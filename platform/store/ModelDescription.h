@@ -82,10 +82,18 @@ class EntityDescription {
     std::string_view name() const { return name_; }
     std::span<const PropertyDescription> properties() const { return properties_; }
     const std::vector<IndexDescription>& indexes() const { return indexes_; }
-    std::unique_ptr<ManagedObject> makeObject() const { return factory_(*this); }
+    std::unique_ptr<ManagedObject> makeObject() const;
 
     std::optional<PropertyIndex> indexOfProperty(std::string_view name) const;
     const PropertyDescription& property(PropertyIndex index) const { return properties_[index]; }
+
+    // Of an entity that belongs to a model
+    /// Position among the model's entities.
+    std::size_t position() const { return position_; }
+    const EntityDescription& destination(PropertyIndex relationship) const {
+        return *relationships_[relationship].destination;
+    }
+    PropertyIndex inverse(PropertyIndex relationship) const { return relationships_[relationship].inverse; }
 
     /// "ZGTASK".
     const std::string& table() const { return table_; }
@@ -93,17 +101,31 @@ class EntityDescription {
     const std::string& column(PropertyIndex index) const { return columns_[index]; }
 
   private:
+    friend class ManagedObjectModel;
+    struct Relationship {
+        const EntityDescription* destination = nullptr;
+        PropertyIndex inverse = 0;
+    };
+
     std::string_view name_;
     std::span<const PropertyDescription> properties_;
     Factory factory_;
     std::vector<IndexDescription> indexes_;
     std::string table_;
     std::vector<std::string> columns_;
+    std::vector<PropertyIndex> byName_;
+    std::size_t position_ = 0;
+    std::vector<Relationship> relationships_;  ///< by property; filled in by the model
 };
 
+/// Entities are identified by their address, so that a model is neither copied nor moved.
 class ManagedObjectModel {
   public:
+    /// @throws std::invalid_argument for a relationship without its inverse, for two to-one or two to-many
+    ///         sides, and for an entity that is there twice
     ManagedObjectModel(std::string_view name, std::vector<EntityDescription> entities);
+    ManagedObjectModel(const ManagedObjectModel&) = delete;
+    ManagedObjectModel& operator=(const ManagedObjectModel&) = delete;
 
     std::string_view name() const { return name_; }
     const std::vector<EntityDescription>& entities() const { return entities_; }  ///< by name
@@ -114,6 +136,8 @@ class ManagedObjectModel {
     const EntityDescription& destinationOf(const EntityDescription& entity, PropertyIndex relationship) const;
 
   private:
+    void resolveRelationships(EntityDescription& entity);
+
     std::string_view name_;
     std::vector<EntityDescription> entities_;
 };

@@ -1,7 +1,7 @@
 // A container: a model, the coordinator of its store file and the context that the program works in.
 #pragma once
 
-#include <filesystem>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -28,9 +28,15 @@ class PersistentStoreCoordinator {
     /// Null when no store was loaded.
     SqliteStore* store() const { return store_.get(); }
 
+    /// How often contexts of this coordinator have saved. They share one connection, whose data version does
+    /// not move with their own commits.
+    std::uint64_t saveCount() const { return saveCount_; }
+    void noteSave() { ++saveCount_; }
+
   private:
     const ManagedObjectModel& model_;
     std::unique_ptr<SqliteStore> store_;
+    std::uint64_t saveCount_ = 0;
 };
 
 class PersistentContainer {
