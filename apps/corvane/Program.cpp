@@ -4,20 +4,10 @@
 #include <cstdio>
 
 #include "apps/corvane/TerminalText.h"
-#include "apps/host/StoreProblem.h"
-#include "platform/foundation/Environment.h"
+#include "apps/host/ProgramStore.h"
 
 namespace corvane {
 namespace {
-
-GSData& launched(bool createsMissingStore) {
-    GSData& data = GSData::sharedInstance();
-    for (PersistentStoreDescription& description : data.persistentStoreDescriptions()) {
-        description.createsMissingStore = createsMissingStore;
-    }
-    data.launch();
-    return data;
-}
 
 GSData& withStore(GSData& data) {
     if (const std::optional<std::string> problem = storeProblem(data)) throw CommandFailure(*problem);
@@ -27,23 +17,17 @@ GSData& withStore(GSData& data) {
 }  // namespace
 
 GSData& Program::launchedContainer() {
-    constexpr bool kCreatesMissingStore = false;
-    return launched(kCreatesMissingStore);
+    GSData& data = GSData::sharedInstance();
+    launchForShowing(data);
+    return data;
 }
 
 GSData& Program::store() { return withStore(launchedContainer()); }
 
 GSData& Program::storeToChange() {
-    constexpr bool kCreatesMissingStore = true;
-    Environment& environment = Environment::current();
-    if (environment.containerDirectory) {
-        const std::filesystem::path directory = *environment.containerDirectory;
-        environment.useContainerDirectory(directory);
-    }
-    // One that was opened for showing has to look again, now that it may make the store.
     GSData& data = GSData::sharedInstance();
-    if (data.loadError()) data.setLaunched(false);
-    return withStore(launched(kCreatesMissingStore));
+    launchForChanging(data);
+    return withStore(data);
 }
 
 void Program::save() {

@@ -1,0 +1,44 @@
+#include "apps/host/ProgramStore.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/foundation/Environment.h"
+
+namespace corvane {
+namespace {
+
+void launch(GSData& data, bool createsMissingStore) {
+    for (PersistentStoreDescription& description : data.persistentStoreDescriptions()) {
+        description.createsMissingStore = createsMissingStore;
+    }
+    data.launch();
+}
+
+}  // namespace
+
+void launchForShowing(GSData& data) {
+    constexpr bool kCreatesMissingStore = false;
+    launch(data, kCreatesMissingStore);
+}
+
+void launchForChanging(GSData& data) {
+    constexpr bool kCreatesMissingStore = true;
+    Environment& environment = Environment::current();
+    if (const auto directory = environment.containerDirectory) environment.useContainerDirectory(*directory);
+    if (data.loadError()) data.setLaunched(false);
+    launch(data, kCreatesMissingStore);
+}
+
+std::optional<std::string> storeProblem(const GSData& data) {
+    if (!data.loadError()) return std::nullopt;
+    const std::optional<std::filesystem::path> directory = data.documentsDirectory();
+    if (!directory) return "there is no container folder, and none can be made";
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(*directory / kStoreFileName, error);
+    if (status.type() != std::filesystem::file_type::not_found) return data.loadError()->message;
+    return "there is no task store in " + directory->string() +
+           " yet; begin with: corvane task add \"My first task\"";
+}
+
+}  // namespace corvane
