@@ -21,7 +21,8 @@ constexpr std::u16string_view kLineBreakTag = u"<br />";
 // The doubled percent sign and "&amp;" inside the brackets only add "%", "&", "a", "m", "p" and ";" to the
 // sets; what is linked depends on them.
 constexpr std::u16string_view kAddressPattern =
-    uR"((?<!=")\b((http|https):\/\/[\w\-_]+(\.[\w\-_]+)+([\w\-\.,@?^=%%&amp;:/~\+#]*[\w\-\@?^=%%&amp;/~\+#])?))";
+    uR"re((?<!=")\b((http|https):\/\/[\w\-_]+(\.[\w\-_]+)+)re"
+    uR"re(([\w\-\.,@?^=%%&amp;:/~\+#]*[\w\-\@?^=%%&amp;/~\+#])?))re";
 constexpr std::u16string_view kAddressLink = uR"(<a href="$1" class="linkified">$1</a>)";
 
 bool isTagStartOrWhiteSpace(char16_t unit) { return unit == u'<' || isWhiteSpace(unit); }

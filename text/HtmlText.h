@@ -1,8 +1,8 @@
 // Texts between HTML and plain: tags and white space taken out, line breaks and web addresses marked up.
 //
 // Everything counts UTF-16 code units; lone surrogates pass through. White space is the blank, the tab and
-// the line breaks: line feed, carriage return, form feed, U+0085, U+2028 and U+2029. Nothing fails, and time
-// grows with the length of the text whatever it holds, unless an operation says otherwise.
+// the line breaks: line feed, carriage return, form feed, U+0085, U+2028 and U+2029. Nothing fails, and large
+// or hostile texts take time about in proportion to their length.
 #pragma once
 
 #include <string>
