@@ -1,0 +1,78 @@
+#include "widget/DrawingHelpers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+
+// Every text has the size that the test wants.
+struct Measured final : TextMeasuring {
+    Size size;
+    mutable Size asked;
+
+    explicit Measured(Size measured) : size(measured) {}
+    Size sizeOfText(std::u16string_view, const Font&) const override { return size; }
+    Size boundingSizeOfText(std::u16string_view, Size available, const Font&) const override {
+        asked = available;
+        return size;
+    }
+};
+
+TEST(ResizeToText, RoundsTheMeasureUpAndTheMarginToTheNearestPoint) {
+    struct Row {
+        double measured, margin, expected;
+    };
+    const Row rows[] = {
+        {10.2,       4,    15        },
+        {10.2,       4.6,  16        },
+        {10.2,       4.49, 15        },
+        {10.0000001, 4,    14        },
+        {10,         0,    10        },
+        {10,         -20,  -9        },
+        {1e300,      4,    2147483647},
+        {NAN,        4,    0         },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.measured << " and " << row.margin);
+        Label label;
+        label.frame = {3, 4, 0, 0};
+        resizeToTextWithMarginWidth(label, row.margin, row.margin, Measured({row.measured, row.measured}));
+        EXPECT_EQ(label.frame, (Rect{3, 4, row.expected, row.expected}));
+    }
+}
+
+TEST(HeightIfContainingString, IsAWholeNumberForTheWidthBetweenTheInsets) {
+    TextView view;
+    view.contentSize = {100, 50};
+    const Measured measured({80, 30.1});
+    EXPECT_EQ(heightIfContainingString(view, u"text", measured), 31);
+    EXPECT_EQ(measured.asked, (Size{84, 999999}));
+    EXPECT_EQ(heightIfContainingString(view, u"text", Measured({80, 30.0000001})), 30);
+    EXPECT_EQ(heightIfContainingString(view, std::u16string(25, u'x'), FixedAdvanceMeasuring(7, 16.5)), 50);
+    EXPECT_EQ(heightIfContainingString(view, u"\n", FixedAdvanceMeasuring(7, 16.5)), 33);
+}
+
+TEST(ImageFromColor, IsOnePixelWithTheColoursAlpha) {
+    const Image image = imageFromColor(Color::rgb(1, 0.5, -0.2, 0.25));
+    EXPECT_EQ(image.size, (Size{1, 1}));
+    EXPECT_EQ(image.pixels, (std::vector<Image::Pixel>{
+                                {255, 128, 0, 64}
+    }));
+    const Image noNumber = imageFromColor(Color::white(NAN, 1.5));
+    EXPECT_EQ(noNumber.pixels, (std::vector<Image::Pixel>{
+                                   {0, 0, 0, 255}
+    }));
+}
+
+TEST(FixedColors, AreThoseOfTheInterface) {
+    EXPECT_EQ(imageFromColor(toolbarColor()).pixels, (std::vector<Image::Pixel>{
+                                                         {128, 148, 174, 255}
+    }));
+    EXPECT_EQ(keyboardBackgroundColor().system, Color::System::kTertiaryBackground);
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,86 @@
+#include "platform/views/TableView.h"
+
+#include <gtest/gtest.h>
+
+namespace corvane {
+namespace {
+
+struct NumberCell final : TableViewCell {
+    std::size_t number = 0;
+    int layouts = 0;
+    void layoutSubviews() override { ++layouts; }
+};
+
+struct Numbers final : TableViewDataSource, TableViewDelegate {
+    std::size_t count = 3;
+    int made = 0;
+    int filled = 0;
+    std::vector<std::size_t> selected;
+    TableView table;
+
+    Numbers() {
+        table.dataSource = this;
+        table.delegate = this;
+        table.rowHeight = 44;
+        table.frame.width = 300;
+        table.registerCellFactory("Number", [this] {
+            ++made;
+            return std::make_unique<NumberCell>();
+        });
+    }
+    std::size_t numberOfRowsInSection(const TableView&, std::size_t) const override { return count; }
+    TableViewCell& cellForRowAtIndexPath(TableView& tableView, IndexPath indexPath) override {
+        ++filled;
+        auto& cell = static_cast<NumberCell&>(tableView.dequeueReusableCell("Number", indexPath));
+        cell.number = indexPath.row;
+        return cell;
+    }
+    void didSelectRowAtIndexPath(TableView& tableView, IndexPath indexPath) override {
+        selected.push_back(indexPath.row);
+        tableView.deselectRow(indexPath, true);
+    }
+    NumberCell& cell(std::size_t row) { return static_cast<NumberCell&>(table.cellForRow({0, row})); }
+};
+
+TEST(TableView, FillsARowWhenSomebodyLooksAtIt) {
+    Numbers numbers;
+    numbers.table.reloadData();
+    EXPECT_EQ(numbers.filled, 0);
+    EXPECT_EQ(numbers.cell(2).number, 2u);
+    EXPECT_EQ(&numbers.cell(2), &numbers.cell(2));
+    EXPECT_EQ(numbers.filled, 1);
+}
+
+TEST(TableView, ReusesCellsAfterAReload) {
+    Numbers numbers;
+    const NumberCell* first = &numbers.cell(0);
+    numbers.cell(1);
+    numbers.table.reloadData();
+    EXPECT_EQ(&numbers.cell(0), first);
+    numbers.cell(1);
+    EXPECT_EQ(numbers.made, 2);
+    EXPECT_EQ(numbers.filled, 4);
+    EXPECT_EQ(numbers.cell(2).number, 2u);
+    EXPECT_EQ(numbers.made, 3);
+}
+
+TEST(TableView, LaysOutOnceUntilTheWidthChanges) {
+    Numbers numbers;
+    numbers.cell(0);
+    EXPECT_EQ(numbers.cell(0).layouts, 1);
+    numbers.table.frame.width = 200;
+    EXPECT_EQ(numbers.cell(0).layouts, 2);
+    EXPECT_EQ(numbers.cell(0).contentView.frame, (Rect{0, 0, 200, 44}));
+}
+
+TEST(TableView, TellsItsDelegateOfRowsThatExist) {
+    Numbers numbers;
+    numbers.table.selectRow({0, 1});
+    numbers.table.selectRow({0, 3});
+    EXPECT_EQ(numbers.selected, std::vector<std::size_t>{1});
+    EXPECT_FALSE(numbers.cell(1).isSelected());
+    EXPECT_EQ(numbers.table.indexPathForSelectedRow(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace corvane

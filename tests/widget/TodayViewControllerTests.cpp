@@ -1,0 +1,270 @@
+#include "widget/TodayViewController.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "WidgetFixture.h"
+#include "platform/foundation/Text.h"
+#include "widget/TaskTableViewCell.h"
+#include "widget/WidgetLayout.h"
+
+namespace corvane {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(RowsThatFit, AreCutTowardsZeroAndNeverUndefined) {
+    struct Row {
+        double height;
+        std::int64_t expected;
+    };
+    const Row rows[] = {
+        {300,        5                                       },
+        {117,        1                                       },
+        {116.9,      0                                       },
+        {29.01,      0                                       },
+        {29,         -1                                      },
+        {0,          -1                                      },
+        {-1000,      -24                                     },
+        {NAN,        0                                       },
+        {kInfinity,  std::numeric_limits<std::int64_t>::max()},
+        {-kInfinity, std::numeric_limits<std::int64_t>::min()},
+        {1e300,      std::numeric_limits<std::int64_t>::max()},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.height);
+        EXPECT_EQ(rowsThatFit(row.height), row.expected);
+    }
+}
+
+struct Shown {
+    std::size_t rows = 0;
+    std::u16string footer = {};
+    std::u16string showAll = {};
+    double height = 0;
+};
+
+Shown shownBy(const TodayViewController& controller) {
+    return {controller.tableView.numberOfRows(), controller.footerLabel.text.value_or(u""),
+            controller.showAllButton.isHidden ? u"" : controller.showAllButton.title.value_or(u""),
+            controller.calcHeight()};
+}
+
+TEST(TodayViewController, CountsWhatItShowsAndWhatItDoesNot) {
+    struct Row {
+        int tasks = 0;
+        double maximumHeight = 0;
+        Shown expected;
+    };
+    const Row rows[] = {
+        {0, 300,        {0, u"", u"", 73}                                                          },
+        {1, 300,        {1, u"", u"", 68}                                                          },
+        {2, 300,        {2, u"", u"", 101}                                                         },
+        {3, 300,        {3, u"You have 3 tasks due today", u"", 171}                               },
+        {5, 300,        {5, u"You have 5 tasks due today", u"", 259}                               },
+        {7, 300,        {5, u"You have 7 tasks due today", u"View More (2)", 293}                  },
+        {2, 117,        {1, u"", u"View More (1)", 91}                                             },
+        {7, 100,        {0, u"You have 7 tasks due today", u"View More (7)", 73}                   },
+        {0, 100,        {0, u"", u"", 73}                                                          },
+        {7, 29,         {7, u"You have 7 tasks due today", u"View More (8)", 381}                  },
+        {0, 29,         {0, u"", u"View More (1)", 73}                                             },
+        {7, kInfinity,  {7, u"You have 7 tasks due today", u"", 347}                               },
+        {7, NAN,        {0, u"You have 7 tasks due today", u"View More (7)", 73}                   },
+        {7, -kInfinity, {7, u"You have 7 tasks due today", u"View More (9223372036854775807)", 381}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.tasks << " tasks at " << row.maximumHeight);
+        WidgetFixture widget;
+        widget.addTasks(row.tasks);
+        widget.host.expandedSize.height = row.maximumHeight;
+        widget.refresh();
+        const Shown shown = shownBy(widget.controller);
+        EXPECT_EQ(shown.rows, row.expected.rows);
+        EXPECT_EQ(shown.footer, row.expected.footer);
+        EXPECT_EQ(shown.showAll, row.expected.showAll);
+        EXPECT_EQ(shown.height, row.expected.height);
+        EXPECT_EQ(widget.controller.noTasksView.isHidden, row.tasks > 0);
+    }
+}
+
+TEST(TodayViewController, SizesItselfForItsDisplayMode) {
+    struct Row {
+        int tasks;
+        DisplayMode mode;
+        Size maximum;
+        Size expected;
+        DisplayMode largest;
+    };
+    constexpr Row kRows[] = {
+        {7, DisplayMode::kExpanded, {359, 600}, {359, 347}, DisplayMode::kExpanded},
+        {7, DisplayMode::kExpanded, {359, 300}, {359, 293}, DisplayMode::kExpanded},
+        {7, DisplayMode::kExpanded, {359, 120}, {359, 117}, DisplayMode::kExpanded},
+        {7, DisplayMode::kExpanded, {359, 100}, {359, 73},  DisplayMode::kExpanded},
+        {0, DisplayMode::kExpanded, {359, 70},  {359, 70},  DisplayMode::kExpanded},
+        {7, DisplayMode::kCompact,  {359, 110}, {359, 110}, DisplayMode::kExpanded},
+        {2, DisplayMode::kCompact,  {359, 110}, {359, 110}, DisplayMode::kCompact },
+        {2, DisplayMode::kCompact,  {359, 101}, {359, 101}, DisplayMode::kCompact },
+        {2, DisplayMode::kCompact,  {359, 100}, {359, 100}, DisplayMode::kExpanded},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(testing::Message() << row.tasks << " tasks in " << row.maximum.height);
+        WidgetFixture widget;
+        widget.addTasks(row.tasks);
+        widget.host.activeDisplayMode = row.mode;
+        (row.mode == DisplayMode::kCompact ? widget.host.compactSize : widget.host.expandedSize) =
+            row.maximum;
+        widget.refresh();
+        EXPECT_EQ(widget.controller.preferredContentSize(), row.expected);
+        EXPECT_EQ(widget.host.largestAvailableDisplayMode, row.largest);
+    }
+}
+
+TEST(TodayViewController, TakesItsRoomFromTheScreenOnOlderSystems) {
+    struct Row {
+        const char16_t* version;
+        UserInterfaceIdiom idiom;
+        std::int64_t rows;
+        Size preferred;
+    };
+    constexpr Row kRows[] = {
+        {u"9.3.5", UserInterfaceIdiom::kPhone, 4,  {0, 249}  },
+        {u"9.3.5", UserInterfaceIdiom::kPad,   3,  {0, 205}  },
+        {u"10.0",  UserInterfaceIdiom::kPad,   11, {359, 347}},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(static_cast<int>(row.idiom));
+        WidgetFixture widget;
+        widget.environment->device = {row.version, row.idiom};
+        widget.environment->screen.bounds.height = 380;
+        widget.host.largestAvailableDisplayMode = DisplayMode::kCompact;
+        widget.addTasks(7);
+        widget.refresh();
+        EXPECT_EQ(widget.controller.maxTasksInWidget(), row.rows);
+        EXPECT_EQ(widget.controller.preferredContentSize(), row.preferred);
+        EXPECT_EQ(widget.host.largestAvailableDisplayMode == DisplayMode::kExpanded, row.rows == 11);
+    }
+}
+
+TEST(TodayViewController, SetsItselfUpOnce) {
+    const Color grey = Color::white(0.4);
+    for (const bool isOlder : {false, true}) {
+        SCOPED_TRACE(isOlder);
+        const TestEnvironment environment;
+        environment->device.systemVersion = isOlder ? u"9.3" : u"10.0";
+        FixedExtensionContext host;
+        const FixedAdvanceMeasuring measuring;
+        TodayViewController controller(host, measuring);
+        controller.viewDidLoad();
+        EXPECT_EQ(controller.addTaskButton.tintColor,
+                  Color::rgb(0.1607843137254902, 0.5372549019607843, 0.9502262443438914));
+        EXPECT_EQ(controller.addTaskButton.image->renderingMode, Image::RenderingMode::kTemplate);
+        EXPECT_EQ(controller.showAllButton.cornerRadius, 5);
+        EXPECT_EQ(controller.wellDoneLabel.text, u"Well done!");
+        EXPECT_EQ(controller.noMoreTasksLabel.text, u"No more tasks for today.");
+        for (const Label* label : {&controller.footerLabel, &controller.wellDoneLabel}) {
+            EXPECT_EQ(label->textColor, isOlder ? std::nullopt : std::optional(grey));
+        }
+        EXPECT_EQ(controller.tableView.numberOfRows(), 0u);
+    }
+}
+
+TEST(TodayViewController, KeepsTopAndRightMargins) {
+    const WidgetFixture widget;
+    EXPECT_EQ(widget.controller.widgetMarginInsetsForProposedMarginInsets({1, 2, 3, 4}),
+              (EdgeInsets{1, 7, 0, 4}));
+}
+
+TEST(TodayViewController, HandsTapsOverToTheMainApplication) {
+    WidgetFixture widget;
+    widget.addTask(u"first");
+    widget.addTask(u"second", "2024-03-05 01:00");
+    widget.refresh();
+    const std::string uri = widget.context().uriRepresentation(*widget.controller.todayTasks()[1]);
+    const std::string host = "x-coredata://";
+    constexpr std::size_t kUuidLength = 36;
+    ASSERT_TRUE(uri.starts_with(host));
+    ASSERT_EQ(uri.substr(host.size() + kUuidLength, 8), "/GTask/p");
+    const std::string encoded = "x-coredata%3A%2F%2F" + uri.substr(host.size(), kUuidLength) +
+                                "%2FGTask%2Fp" + uri.substr(host.size() + kUuidLength + 8);
+
+    widget.controller.tableView.selectRow({0, 1});
+    widget.controller.tableView.selectRow({0, 2});
+    widget.controller.addTaskClicked();
+    widget.controller.noTasksClicked();
+    widget.controller.showAllClicked();
+
+    const std::vector<std::u16string> expected = {
+        u"velmor-plorixmax://localhost/today?taskid=" + textFromUtf8(encoded),
+        u"velmor-plorixmax://localhost/addtask",
+        u"velmor-plorixmax://localhost/today",
+        u"velmor-plorixmax://localhost/today",
+    };
+    EXPECT_EQ(widget.host.openedUrls, expected);
+    EXPECT_EQ(widget.controller.tableView.indexPathForSelectedRow(), std::nullopt);
+    EXPECT_EQ(widget.controller.rowUrl(2), std::nullopt);
+}
+
+TEST(TodayViewController, CarriesNothingFromOneRefreshToTheNext) {
+    WidgetFixture widget;
+    widget.host.expandedSize.height = 300;
+    widget.addTasks(7);
+    widget.refresh();
+    const WidgetSnapshot full = widgetSnapshot(widget.controller);
+    for (GTask* task : std::vector(widget.controller.todayTasks())) task->setCompleted(true);
+    widget.refresh();
+    const WidgetSnapshot empty = widgetSnapshot(widget.controller);
+    EXPECT_EQ(empty.rows.size(), 0u);
+    EXPECT_EQ(empty.footer, std::nullopt);
+    EXPECT_EQ(empty.showAllTitle, std::nullopt);
+    EXPECT_FALSE(empty.noTasksHidden);
+    EXPECT_FALSE(full == empty);
+}
+
+// The main application has a connection of its own; what it commits shows with the next refresh.
+TEST(TodayViewController, ShowsWhatAnotherProgramWrote) {
+    WidgetFixture widget;
+    GTask& task = widget.addTask(u"Milk");
+    widget.home->setColor(Color::rgb(1, 0, 0));
+    widget.refresh();
+    ASSERT_EQ(widgetSnapshot(widget.controller).rows[0].title, u"Milk");
+
+    GSData other;
+    other.launch();
+    ManagedObjectContext& context = other.viewContext();
+    auto* sameTask = static_cast<GTask*>(context.objectWithUri(widget.context().uriRepresentation(task)));
+    ASSERT_NE(sameTask, nullptr);
+    sameTask->setName(u"Oat milk");
+    sameTask->list()->setColor(Color::rgb(0, 0, 1));
+    GTask& step = context.insert<GTask>();
+    step.setParentTask(sameTask);
+    step.setName(u"Look for a bottle");
+    ASSERT_FALSE(context.save());
+
+    widget.refresh();
+    const WidgetSnapshot snapshot = widgetSnapshot(widget.controller);
+    ASSERT_EQ(snapshot.rows.size(), 1u);
+    EXPECT_EQ(snapshot.rows[0].title, u"Oat milk");
+    EXPECT_EQ(snapshot.rows[0].bullet, "Task-CollapsedLocked");
+    EXPECT_EQ(snapshot.rows[0].color, Color::rgb(0, 0, 1));
+}
+
+TEST(TodayViewController, ShowsTheEmptyViewWithoutAStore) {
+    TestEnvironment environment;
+    environment->containerDirectory.reset();
+    GSData data;
+    const SharedInstanceScope sharedInstance(data);
+    FixedExtensionContext host;
+    const FixedAdvanceMeasuring measuring;
+    TodayViewController controller(host, measuring);
+    controller.viewDidLoad();
+    controller.widgetPerformUpdate({});
+    EXPECT_FALSE(controller.noTasksView.isHidden);
+    EXPECT_EQ(controller.calcHeight(), 73);
+    EXPECT_EQ(overdueCount(controller), 0u);
+    EXPECT_EQ(validUntil(controller), at("2024-03-06"));
+}
+
+}  // namespace
+}  // namespace corvane
