@@ -66,7 +66,9 @@ Date GList::lastUpdated() const { return dateOfStamp(lastModified()); }
 
 void GList::setLastUpdated(Date value) { setLastModified(stampOfDate(value)); }
 
+// Told of fresh values as well; those leave the cached tasks as stale as any change does.
 void GList::didTurnIntoFault() {
+    if (!isFault()) return;
     decodedColor_.reset();
     orderedAllTasks_.reset();
     useCachedOrderedAllTasks_ = false;

@@ -83,7 +83,9 @@ class GUser final : public EntityObject<GUser> {
     void deleteCompletedTasks();
 
   protected:
-    void didTurnIntoFault() override { lastError_ = nullptr; }
+    void didTurnIntoFault() override {
+        if (isFault()) lastError_ = nullptr;
+    }
 
   private:
     std::exception_ptr lastError_;

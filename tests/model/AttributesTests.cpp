@@ -1,0 +1,165 @@
+// Derived attributes, colours, stamps and what deletion takes along.
+#include <gmock/gmock.h>
+
+#include <any>
+#include <stdexcept>
+
+#include "ModelFixture.h"
+#include "model/ColorTransformer.h"
+#include "model/Equality.h"
+#include "platform/foundation/KeyedArchive.h"
+
+namespace corvane {
+namespace {
+
+using testing::IsEmpty;
+using testing::Optional;
+
+class AttributesTest : public ModelTest {};
+
+TEST_F(AttributesTest, ListPropertiesKeepTheirOtherBits) {
+    struct Row {
+        const char* what;
+        std::int32_t before;
+        void (*change)(GList&);
+        std::int32_t after;
+    };
+    constexpr Row kRows[] = {
+        {"default list set",       16,    [](GList& l) { l.setDefaultList(true); },      24   },
+        {"default list cleared",   24,    [](GList& l) { l.setDefaultList(false); },     16   },
+        {"tasks order replaced",   29,    [](GList& l) { l.setTasksOrder(2); },          26   },
+        {"tasks order not masked", 0,     [](GList& l) { l.setTasksOrder(9); },          9    },
+        {"name changed by user",   -32,   [](GList& l) { l.setUserChangedName(true); },  -16  },
+        {"name as the server's",   0x7ff, [](GList& l) { l.setUserChangedName(false); }, 0x7ef},
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.what);
+        list().setProperties(row.before);
+        row.change(list());
+        EXPECT_EQ(list().properties(), row.after);
+    }
+}
+
+TEST_F(AttributesTest, ListPropertiesAreReadBitByBit) {
+    list().setProperties(0);
+    EXPECT_EQ(list().tasksOrder(), 0);
+    EXPECT_FALSE(list().defaultList());
+    EXPECT_FALSE(list().userChangedName());
+    list().setProperties(-1 & ~8);
+    EXPECT_EQ(list().tasksOrder(), 7);
+    EXPECT_FALSE(list().defaultList());
+    EXPECT_TRUE(list().userChangedName());
+}
+
+TEST_F(AttributesTest, StampsAreMillisecondsCutOff) {
+    plant(list(), "A");
+    list().setLastModified(1500);
+    EXPECT_EQ(list().lastUpdated(), dateFromSecondsSince1970(1.5));
+    list().setLastUpdated(dateFromSecondsSince1970(1.9999));
+    EXPECT_EQ(list().lastModified(), 1999);
+    named("A").setLastUpdated(dateFromSecondsSince1970(-1.9999));
+    EXPECT_EQ(named("A").lastModified(), -1999);
+    named("A").setLastUpdated(Date(TimeInterval(1e300)));
+    EXPECT_EQ(named("A").lastModified(), std::numeric_limits<std::int64_t>::max());
+}
+
+TEST_F(AttributesTest, LocalChangesCountFromTheFarFuture) {
+    plant(list(), "A");
+    GTask& task = named("A");
+    task.setLastModified(1'600'000'000'000);
+    task.updateLastModified();
+    EXPECT_EQ(task.lastModified(), 64'092'211'200'000);
+    task.updateLastModified();
+    EXPECT_EQ(task.lastModified(), 64'092'211'201'000);
+    task.setLastModified(std::numeric_limits<std::int64_t>::max());
+    task.updateLastModified();
+    EXPECT_EQ(task.lastModified(), std::numeric_limits<std::int64_t>::max());
+}
+
+TEST_F(AttributesTest, DescriptionIsOneLine) {
+    plant(list(), "Parent(Child+#@-1)");
+    GTask& child = named("Child");
+    child.setDueDate(at("2024-03-05 12:00"));
+    child.setLastModified(1500);
+    EXPECT_EQ(child.desc(),
+              u"(Parent)4294967295. (v)Child-2024-03-05 12:00:00 +0000 "
+              u"1970-01-01 00:00:01 +0000[id-Child]");
+    GTask& root = named("Parent");
+    root.setName(std::nullopt);
+    root.setRemoved(true);
+    EXPECT_EQ(root.desc(), u"(-)0.*( )(null)-(null) 1970-01-01 00:00:00 +0000[(null)]");
+}
+
+TEST_F(AttributesTest, ColorsComeBackAndUnreadableOnesStay) {
+    EXPECT_EQ(list().color(), std::nullopt);
+    list().setColor(Color::rgb(0.25, 0.5, 1));
+    EXPECT_THAT(list().color(), Optional(Color::rgb(0.25, 0.5, 1)));
+    list().setValueForKey("color", Value(archivedDataWithColor(Color::white(0.5))));
+    EXPECT_THAT(list().color(), Optional(Color::white(0.5))) << "a change behind the accessor's back";
+
+    const Bytes foreign = {'s', 't', 'r', 'e', 'a', 'm'};
+    list().setValueForKey("color", Value(foreign));
+    EXPECT_EQ(list().color(), std::nullopt);
+    list().setColor(std::nullopt);
+    list().setName(u"Renamed");
+    ASSERT_EQ(context().save(), std::nullopt);
+    EXPECT_EQ(list().valueForKey("color"), Value(foreign));
+    list().setColor(Color::white(1));
+    list().setColor(std::nullopt);
+    EXPECT_TRUE(isNil(list().valueForKey("color")));
+}
+
+TEST(ColorTransformer, TransformsBothWaysAndNothingElse) {
+    ColorTransformer::registerTransformer();
+    const auto transformer = ValueTransformer::forName("ColorTransformer");
+    ASSERT_NE(transformer, nullptr);
+    const auto data = transformer->transformedValue(Color::rgb(1, 0.5, 0, 0.75));
+    ASSERT_TRUE(data.has_value());
+    EXPECT_EQ(std::any_cast<Color>(transformer->reverseTransformedValue(*data)), Color::rgb(1, 0.5, 0, 0.75));
+    EXPECT_EQ(transformer->transformedValue({}), std::nullopt);
+    EXPECT_EQ(transformer->transformedValue(std::u16string(u"red")), std::nullopt);
+    EXPECT_FALSE(transformer->reverseTransformedValue({}).has_value());
+    EXPECT_FALSE(transformer->reverseTransformedValue({1, 2, 3}).has_value());
+    EXPECT_TRUE(ColorTransformer::allowsReverseTransformation());
+}
+
+TEST(AreEqualOrBothNil, ComparesWhatIsThere) {
+    using Text = std::optional<std::u16string>;
+    EXPECT_TRUE(AreEqualOrBothNil(Text(), Text()));
+    EXPECT_FALSE(AreEqualOrBothNil(Text(u"a"), Text()));
+    EXPECT_TRUE(AreEqualOrBothNil(Text(u"a"), std::optional<std::u16string_view>(u"a")));
+    EXPECT_FALSE(AreEqualOrBothNil(Text(u""), Text()));
+    const int one = 1;
+    const int anotherOne = 1;
+    const int* none = nullptr;
+    EXPECT_TRUE(AreEqualOrBothNil(&one, &anotherOne));
+    EXPECT_FALSE(AreEqualOrBothNil(&one, none));
+    EXPECT_TRUE(AreEqualOrBothNil(none, none));
+}
+
+TEST_F(AttributesTest, DeletionTakesWhatBelongsToIt) {
+    plant(list(), "A(B) C*");
+    GTask& foreignChild = task(listWith("X(Y)"), "Y");
+    foreignChild.setParentTask(&named("A"));  // a damaged store: the parent is in another list
+    ASSERT_EQ(context().save(), std::nullopt);
+    context().deleteObject(list());
+    ASSERT_EQ(context().save(), std::nullopt);
+    EXPECT_EQ(context().fetch<GTask>({}).size(), 2u);
+    EXPECT_EQ(foreignChild.parentTask(), nullptr);
+    context().deleteObject(account());
+    ASSERT_EQ(context().save(), std::nullopt);
+    EXPECT_THAT(context().fetch<GTask>({}), IsEmpty());
+    EXPECT_THAT(context().fetch<GList>({}), IsEmpty());
+}
+
+TEST_F(AttributesTest, TheAccountsErrorLivesInMemoryOnly) {
+    EXPECT_EQ(account().lastError(), nullptr);
+    account().setLastError(std::make_exception_ptr(std::runtime_error("timed out")));
+    EXPECT_NE(account().lastError(), nullptr);
+    ASSERT_EQ(context().save(), std::nullopt);
+    account().setLastError(account().lastError());
+    EXPECT_FALSE(account().hasChanges());
+}
+
+}  // namespace
+}  // namespace corvane

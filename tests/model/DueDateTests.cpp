@@ -1,0 +1,154 @@
+// Due dates, alerts and repeat rules of a task.
+#include <gmock/gmock.h>
+
+#include "ModelFixture.h"
+#include "model/CorvaneUserDefaults.h"
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DueDateTest : public ModelTest {
+  protected:
+    DueDateTest() {
+        plant(list(), "Task");
+        task_ = &named("Task");
+    }
+
+    GTask& task() { return *task_; }
+
+    void setDefaultAlertTime(std::int64_t hour, std::int64_t minute) {
+        ASSERT_TRUE(corvaneUserDefaults().setObject(kAlertDefaultHourKey, {hour}));
+        ASSERT_TRUE(corvaneUserDefaults().setObject(kAlertDefaultMinuteKey, {minute}));
+    }
+
+    static std::string text(std::optional<Date> date) { return date ? civilText(*date) : "none"; }
+
+    /// Due date, alert date and flags: 'd' due date, 't' due time, 'a' alert.
+    std::string state() {
+        return text(task().dueDate()) + " | " + text(task().alertDate()) + " | " +
+               (task().hasDueDate() ? "d" : "") + (task().hasDueTime() ? "t" : "") +
+               (task().alertEnabled() ? "a" : "");
+    }
+
+  private:
+    GTask* task_ = nullptr;
+};
+
+TEST_F(DueDateTest, AllDayTasksAreDueAtTheDefaultAlertTime) {
+    struct Row {
+        std::int64_t hour, minute;
+        const char* expected;
+    };
+    constexpr Row kRows[] = {
+        {9,  30, "2024-03-10 09:30"},
+        {0,  0,  "2024-03-10"      },
+        {24, 5,  "2024-03-11 00:05"}, // settings are not checked
+        {-1, 0,  "2024-03-09 23:00"},
+    };
+    for (const Row& row : kRows) {
+        setDefaultAlertTime(row.hour, row.minute);
+        task().setDueDate(std::nullopt, kAtTimeOfDay, kNoRepeat, 1);
+        task().setDueDate(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
+        EXPECT_EQ(state(), row.expected + std::string(" | none | d"));
+        task().setDueDate2(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
+        EXPECT_EQ(state(), "2024-03-10 17:45 | none | d");
+    }
+}
+
+TEST_F(DueDateTest, TheDateAsGivenDecidesWhetherItChanges) {
+    setDefaultAlertTime(9, 0);
+    task().setDueDate(at("2024-03-10 17:45"), kAtTimeOfDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "2024-03-10 17:45 | none | dt");
+    task().setDueDate(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "2024-03-10 17:45 | none | d") << "the same date is not moved to the alert time";
+}
+
+TEST_F(DueDateTest, AllDayFollowsTheZoneOfTheMoment) {
+    environment_->timeZone = "America/Sao_Paulo";
+    task().setDueDate(at("2018-11-04 15:00"), kAllDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "2018-11-04 01:00 | none | d") << "midnight is skipped on that day";
+}
+
+TEST_F(DueDateTest, TheAlertKeepsItsDistance) {
+    task().setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kNoRepeat, 1);
+    task().setDateAlert(at("2024-03-10 09:45"));
+    EXPECT_EQ(state(), "2024-03-10 10:00 | 2024-03-10 09:45 | dta");
+    task().setDueDate(at("2024-03-11 10:00"), kAtTimeOfDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "2024-03-11 10:00 | 2024-03-11 09:45 | dta");
+    task().setDueDate(at("2024-03-12 18:00"), kAllDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "2024-03-12 | 2024-03-11 23:45 | da");
+    task().setDueDate(std::nullopt, kAllDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "none | none | ");
+}
+
+TEST_F(DueDateTest, AnAlertWithoutDueDateMovesToTheDueDate) {
+    task().setAlertDate(at("2024-01-01 08:00"));
+    task().setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kNoRepeat, 1);
+    EXPECT_EQ(state(), "2024-03-10 10:00 | 2024-03-10 10:00 | dt");
+}
+
+TEST_F(DueDateTest, AlertsNeedADueDate) {
+    task().setAlertEnabled(true);
+    task().setDateAlert(at("2024-03-10 09:45"));
+    EXPECT_EQ(state(), "none | none | ");
+    task().setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kNoRepeat, 1);
+    task().setDateAlert(at("2024-03-10 09:45"));
+    task().setDateAlert(std::nullopt);
+    EXPECT_EQ(state(), "2024-03-10 10:00 | none | dt");
+}
+
+TEST_F(DueDateTest, TheRepeatDetailLivesAsLongAsTheKind) {
+    const std::vector<std::uint64_t> weekdays = {6, 2, 4};
+    const auto repeat = [&](std::int32_t kind, std::int32_t interval) {
+        task().setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kind, interval);
+    };
+    repeat(kRepeatWeeklyOlder, 0);
+    EXPECT_EQ(task().alertRepeatInterval(), 1);
+    task().setWeeklyRepeatWeekdays(weekdays);
+    task().setMonthlyRepeatWeekdayOrdinal(2, 3);
+    EXPECT_EQ(task().alertRepeatData(), u"6,2,4") << "no detail of another kind is taken";
+    EXPECT_THAT(task().weeklyRepeatWeekdays(), ElementsAre(6u, 2u, 4u));
+    repeat(kRepeatWeeklyOlder, 3);
+    EXPECT_EQ(task().alertRepeatData(), u"6,2,4");
+    repeat(kRepeatMonthly, -2);
+    EXPECT_EQ(task().alertRepeatInterval(), -2);
+    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
+    task().setMonthlyRepeatWeekdayOrdinal(2, 3);
+    task().setWeeklyRepeatWeekdays(weekdays);
+    EXPECT_EQ(task().alertRepeatData(), u"2,3");
+    EXPECT_EQ(task().monthlyRepeatWeekdayOrdinal(), 2u);
+    EXPECT_EQ(task().monthlyRepeatWeekday(), 3u);
+    task().setMonthlyRepeatWeekdayOrdinal(0, 3);
+    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
+    repeat(kRepeatDaily, 1);
+    task().setMonthlyRepeatWeekdayOrdinal(2, 3);
+    task().setWeeklyRepeatWeekdays(weekdays);
+    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
+    repeat(kRepeatWeekly, 1);
+    task().setWeeklyRepeatWeekdays(weekdays);
+    task().setWeeklyRepeatWeekdays({});
+    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
+    EXPECT_THAT(task().weeklyRepeatWeekdays(), IsEmpty());
+}
+
+TEST_F(DueDateTest, SettingWhatIsThereChangesNothing) {
+    const auto setAll = [&] {
+        task().setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kRepeatMonthly, 2);
+        task().setMonthlyRepeatWeekdayOrdinal(2, 3);
+        task().setDateAlert(at("2024-03-10 09:45"));
+        task().setRegionAlert(1, 48.2, 16.37, 100, 5, u"Home");
+    };
+    setAll();
+    ASSERT_EQ(context().save(), std::nullopt);
+    setAll();
+    EXPECT_FALSE(context().hasChanges());
+    task().setRegionAlert(1, 48.2, 16.37, 101, 5, std::nullopt);
+    EXPECT_THAT(task().changedKeys(), ElementsAre("regionDescription", "regionRadius"));
+    EXPECT_EQ(task().lastModified(), 0) << "the caller marks the change";
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,224 @@
+// Inserting, copying, moving and deleting tasks: the steps at the edges.
+#include <gmock/gmock.h>
+
+#include "ModelFixture.h"
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PlacementTest : public ModelTest {
+  protected:
+    GTask* maybe(const GList& list, std::string_view name) {
+        return name == "-" ? nullptr : name == "foreign" ? foreign_ : &task(list, name);
+    }
+
+    GTask* foreign_ = nullptr;  ///< a task of another list
+};
+
+struct Placement {
+    const char* what;
+    const char* before;
+    const char *parent, *previous;
+    const char* after;
+};
+
+TEST_F(PlacementTest, InsertsAtAPlace) {
+    foreign_ = &task(listWith("F(G)"), "F");
+    constexpr Placement kRows[] = {
+        {"behind a root",                       "X Y Z",            "-",       "X",       "X N Y Z"         },
+        {"first child",                         "X Y",              "X",       "-",       "X(N) Y"          },
+        {"previous is no child, childless",     "X Y",              "X",       "Y",       "X(N) Y"          },
+        {"previous is no child, two children",  "X(A B(C)) Y",      "X",       "Y",       "X(A B(C) N) Y"   },
+        {"no parent and a child as previous",   "X(A) Y",           "-",       "A",       "N X(A) Y"        },
+        {"behind a whole subtree",              "X(A(B) C) Y",      "X",       "A",       "X(A(B) N C) Y"   },
+        {"behind the last",                     "X Y(A)",           "-",       "Y",       "X Y(A) N"        },
+        {"parent of another list",              "X",                "foreign", "-",       "N X"             },
+        {"parent and previous of another list", "X",                "foreign", "foreign", "N X"             },
+        {"previous of another list",            "X",                "-",       "foreign", "N X"             },
+        {"removed parent",                      "X(A) R*",          "R",       "-",       "N X(A) R*"       },
+        {"removed previous",                    "X R*",             "-",       "R",       "N X R*"          },
+        {"removed previous below a parent",     "X(A R*) Y",        "X",       "R",       "X(N A R*) Y"     },
+        {"removed children make no room",       "X(A R*(B@3)) Y@2", "-",       "X",       "X(A R*(B@4)) N Y"},
+        {"into an empty list",                  "",                 "-",       "-",       "N"               },
+        {"unsound: behind the previous one",    "A B@5 C@9",        "-",       "B",       "A B@5 N@6 C@9"   },
+        {"unsound: what stands there moves",    "A B@1 C@1",        "-",       "A",       "A N B C"         },
+        {"unsound: a position below 0",         "A@-7 B@-6",        "-",       "A",       "N@-6 A B"        },
+    };
+    for (const Placement& row : kRows) {
+        SCOPED_TRACE(row.what);
+        GList& list = listWith(row.before);
+        GTask& made = GTask::insertNewTaskToList(list, maybe(list, row.parent), maybe(list, row.previous));
+        made.setName(u"N");
+        EXPECT_EQ(treeText(list), row.after);
+        EXPECT_EQ(made.createdTimestamp(), now());
+        EXPECT_EQ(made.id(), std::nullopt);
+        EXPECT_EQ(made.lastModified(), 0);
+    }
+}
+
+TEST_F(PlacementTest, InsertsByTheListsStaleCache) {
+    plant(list(), "A B");
+    list().setUseCachedOrderedAllTasks(true);
+    list().orderedAllTasks();
+    plant(list(), "C@2 D@3");
+    GTask::insertNewTaskToList(list(), nullptr, nullptr).setName(u"N");
+    EXPECT_EQ(treeText(list()), "N A B C@2 D@3") << "C and D were not in the cache";
+    EXPECT_EQ(list().orderedAllTasks().size(), 5u) << "the cache is dropped";
+}
+
+TEST_F(PlacementTest, PositionsHave16Bits) {
+    plant(list(), "A@32767");
+    GTask::insertNewTaskToList(list(), nullptr, &named("A")).setName(u"N");
+    EXPECT_EQ(named("N").displayOrder(), -32768);
+}
+
+TEST_F(PlacementTest, MovesToAPlace) {
+    foreign_ = &task(listWith("F"), "F");
+    constexpr Placement kRows[] = {
+        {"last to the top",                          "X Y M",           "-",       "-",       "M X Y"          },
+        {"behind its follower, with children",       "M(A B) Y",        "-",       "Y",       "Y M(A B)"       },
+        {"behind the last of many",                  "M(A) X Y(B C) Z", "-",       "Z",       "X Y(B C) Z M(A)"},
+        {"into the middle",                          "M(A) X Y(B C) Z", "-",       "X",       "X M(A) Y(B C) Z"},
+        {"below a parent",                           "X(A) Y M(B)",     "X",       "-",       "X(M(B) A) Y"    },
+        {"below a parent further down",              "M(A) X(B) Y",     "X",       "-",       "X(M(A) B) Y"    },
+        {"behind a child: the parent is ignored",    "X(A(C) B) Y M",   "Y",       "A",       "X(A(C) M B) Y"  },
+        {"up one level, behind its parent",          "X(A M(B) C) Y",   "-",       "X",       "X(A C) M(B) Y"  },
+        {"last child becomes a root in place",       "X(A M(B)) Y",     "-",       "X",       "X(A) M(B) Y"    },
+        {"root becomes the last child in place",     "X(A) M Y",        "X",       "A",       "X(A M) Y"       },
+        {"behind its own previous sibling",          "X M Y",           "-",       "X",       "X M Y"          },
+        {"top of the list, already there",           "M X",             "-",       "-",       "M X"            },
+        {"previous is itself: kept in place",        "X M(A) Y",        "-",       "M",       "X M(A) Y"       },
+        {"previous removed: behind its own",         "X(A M) R*",       "-",       "R",       "X(A M) R*"      },
+        {"previous invalid, no sibling: the parent", "X(M A) Y",        "Y",       "foreign", "X(A) Y(M)"      },
+        {"previous and parent invalid",              "X(A) M",          "foreign", "foreign", "X(A) M"         },
+        {"parent is itself: first child again",      "X(A M)",          "M",       "-",       "X(M A)"         },
+        {"parent removed: first child again",        "X(A M) R*",       "R",       "-",       "X(M A) R*"      },
+        {"parent of another list, a root",           "X M",             "foreign", "-",       "M X"            },
+        {"below its own grandchild",                 "X M(A(B) C) Y",   "B",       "-",       "A(B(M)) C X Y"  },
+        {"the same inside a parent",                 "X(M(A(B) C) D)",  "B",       "-",       "X(A(B(M)) C D)" },
+        {"behind its own grandchild",                "M(A(B C)) Y",     "-",       "B",       "A(B M C) Y"     },
+        {"removed children go along",                "X M(A R*) Y",     "-",       "-",       "M(A R*) X Y"    },
+        {"unsound: indexes are kept in the list",    "X@7 M@90 Y@91",   "-",       "Y",       "X@7 M@91 Y@91"  },
+    };
+    for (const Placement& row : kRows) {
+        SCOPED_TRACE(row.what);
+        GList& list = listWith(row.before);
+        GTask& moved = task(list, "M");
+        GTask& answer = moved.moveToList(list, maybe(list, row.parent), maybe(list, row.previous));
+        EXPECT_EQ(&answer, &moved);
+        EXPECT_EQ(treeText(list), row.after);
+        EXPECT_EQ(moved.lastModified(), 0) << "the caller marks the move";
+    }
+}
+
+// A tombstone with live tasks below it comes from damage only; a move must not close a circle through it.
+TEST_F(PlacementTest, NoMoveMakesACircle) {
+    plant(list(), "X M(R*(B@2)) Y@3");
+    named("M").moveToList(list(), &named("B"), nullptr);
+    EXPECT_EQ(named("M").parentTask(), nullptr);
+    EXPECT_FALSE(named("B").hasParent(&named("B")));
+}
+
+TEST_F(PlacementTest, MovesToAnotherListAsACopy) {
+    plant(list(), "X M#(A# B(C#) R*#) Y");
+    GList& other = listWith("P(Q)");
+    GTask& original = named("M");
+    GTask& moved = original.moveToList(other, &task(other, "P"), &task(other, "Q"));
+    EXPECT_EQ(treeText(other), "P(Q M(A B(C)))");
+    EXPECT_EQ(treeText(list()), "X Y A*# C*# M*# R*#") << "tombstones of what the server knows";
+    EXPECT_EQ(nameOf(&moved), "M");
+    EXPECT_NE(&moved, &original);
+    ASSERT_EQ(context().save(), std::nullopt);
+    EXPECT_EQ(context().fetch<GTask>({}).size(), 12u);
+}
+
+TEST_F(PlacementTest, CopiesToAPlace) {
+    foreign_ = &task(listWith("F"), "F");
+    constexpr Placement kRows[] = {
+        {"alone, to the top",                 "X M Y",              "-", "-", "M X M Y"                     },
+        {"with its subtree",                  "X M(A(B) C) Y",      "-", "X", "X M(A(B) C) M(A(B) C) Y"     },
+        {"completed goes along, removed not", "M(A+ R*(B@3)) Y@2",  "Y", "-", "M(A+ R*(B@5)) Y(M(A+))"      },
+        {"behind itself: to the top",         "X M(A) Y",           "-", "M", "M(A) X M(A) Y"               },
+        {"below itself: to the top",          "X M(A)",             "M", "-", "M(A) X M(A)"                 },
+        {"below its own child",               "M(A B) Y",           "A", "-", "M(A(M(A B)) B) Y"            },
+        {"behind its own child",              "M(A B) Y",           "M", "A", "M(A B) M(A B) Y"             },
+        {"removed, with its live children",   "X M*(A@1 B@2(C@3))", "-", "X", "B(C) A X M*(A@4 B@5(C@6)) M*"},
+    };
+    for (const Placement& row : kRows) {
+        SCOPED_TRACE(row.what);
+        GList& list = listWith(row.before);
+        task(list, "M").cloneToList(list, maybe(list, row.parent), maybe(list, row.previous));
+        EXPECT_EQ(treeText(list), row.after);
+    }
+}
+
+TEST_F(PlacementTest, CopiesCarryFieldsButNoIdentity) {
+    plant(list(), "P(M+#)");
+    GTask& source = named("M");
+    source.setProperties(-7);
+    source.setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kRepeatWeekly, 3);
+    source.setAlertRepeatData(u"2,4");
+    source.setDateAlert(at("2024-03-10 09:00"));
+    source.setRegionAlert(2, 48.25, 16.5, 100, 10, u"Home");
+    source.setCompletedDate(at("2024-03-01"));
+    source.setNotes(u"Notes");
+    source.setPriority(5);
+    source.setHidden(true);
+    source.setCollapsed(true);
+    source.setCreatedTimestamp(at("2020-01-01"));
+    source.setLastModified(1234);
+    const GTask& copy = source.cloneToList(list(), nullptr, nullptr);
+    std::string different;
+    for (const PropertyDescription& property : GTask::kProperties) {
+        if (copy.valueForKey(property.name) == source.valueForKey(property.name)) continue;
+        different += std::string(property.name) + " ";
+    }
+    EXPECT_EQ(different, "displayOrder parentTask createdTimestamp id lastModified ");
+    EXPECT_EQ(copy.createdTimestamp(), now());
+    EXPECT_EQ(copy.id(), std::nullopt);
+}
+
+TEST_F(PlacementTest, DeletesOneTask) {
+    struct Row {
+        const char* what;
+        const char* before;
+        bool purge;
+        const char* after;
+        const char* marked;
+    };
+    constexpr Row kRows[] = {
+        {"new: gone, children move up", "X M(A(B) C) Y",   kKeepTombstone, "X A(B) C Y",     "AC"},
+        {"known: a tombstone",          "X(M#(A R*#) C)",  kKeepTombstone, "X(A C M*# R*#)", "AR"},
+        {"purged: gone, no stamps",     "X(M#(A R*#) C)",  kPurge,         "X(A C R*#)",     ""  },
+        {"unsound positions",           "X@4 M@2 Y@9 Z@9", kKeepTombstone, "Z@2 X@4 Y@9",    ""  },
+        {"tombstone purged",            "X M*# Y",         kPurge,         "X Y",            ""  },
+    };
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.what);
+        GList& list = listWith(row.before);
+        task(list, "M").deleteTask(row.purge);
+        EXPECT_EQ(treeText(list), row.after);
+        std::string marked;
+        for (const GTask* each : list.tasks()) marked += each->lastModified() != 0 ? nameOf(each) : "";
+        EXPECT_EQ(marked, row.marked);
+    }
+}
+
+TEST_F(PlacementTest, DeletesWithSubtree) {
+    plant(list(), "X M#(A# B(C#(D)) R*#) Y");
+    named("M").deleteTaskAndSubTasks(kKeepTombstone);
+    EXPECT_EQ(treeText(list()), "X Y A*# C*# M*# R*#");
+    EXPECT_EQ(named("R").lastModified(), 64'092'211'200'000);
+    EXPECT_EQ(named("C").displayOrder(), 1) << "each had moved up to where the first one was";
+    ASSERT_EQ(context().save(), std::nullopt);
+    EXPECT_EQ(context().fetch<GTask>({}).size(), 6u);
+    plant(list(), "Z#@2(V#@3)");
+    named("Z").deleteTaskAndSubTasks(kPurge);
+    EXPECT_EQ(treeText(list()), "X Y A*# C*# M*# R*#");
+}
+
+}  // namespace
+}  // namespace corvane
