@@ -107,7 +107,7 @@ std::u16string patternForReading(std::u16string_view pattern) {
         if (pattern[start] == u'\'' && length % 2 == 1) isQuoted = !isQuoted;
         const bool touches = (start > 0 && isPatternLetter(pattern[start - 1])) ||
                              (end < pattern.size() && isPatternLetter(pattern[end]));
-        const bool isNumeric = kNumericFields.find(pattern[start]) != kNumericFields.npos;
+        const bool isNumeric = kNumericFields.find(pattern[start]) != std::u16string_view::npos;
         const bool isShortened = isNumeric && length == 2 && !touches && !isQuoted;
         result += pattern.substr(start, isShortened ? 1 : length);
         start = end;
@@ -162,7 +162,7 @@ struct Locale::Services {
         std::unique_ptr<icu::DateFormat> owner(created);
         auto* simple = dynamic_cast<icu::SimpleDateFormat*>(created);
         if (simple == nullptr) return {};
-        owner.release();
+        static_cast<void>(owner.release());  // owned as what it is from here on
         icu::UnicodeString pattern;
         simple->toPattern(pattern);
         keep(textOf(pattern), std::unique_ptr<icu::SimpleDateFormat>(simple));
@@ -194,7 +194,7 @@ const Locale& Locale::current() {
     return *found->second;
 }
 
-Locale::Locale(std::string identifier)
+Locale::Locale(const std::string& identifier)
     : identifier_(canonicalIdentifier(identifier)), services_(std::make_unique<Services>(identifier_)) {}
 Locale::~Locale() = default;
 

@@ -19,7 +19,7 @@ class Locale {
     /// en_US_POSIX). The reference stays valid for the life of the process.
     static const Locale& current();
 
-    explicit Locale(std::string identifier);
+    explicit Locale(const std::string& identifier);
     ~Locale();
     Locale(const Locale&) = delete;
     Locale& operator=(const Locale&) = delete;

@@ -10,6 +10,9 @@ namespace {
 constexpr std::string_view kMagic = "bplist";
 constexpr std::size_t kTrailerSize = 32;
 
+// Texts and data together, each as often as it is used.
+constexpr std::size_t kMaximumExpandedSize = 4 * kMaximumPropertyListSize;
+
 // Containers of an XML list, wherever they stand: each may be nested in the last and costs a stack frame.
 constexpr std::size_t kMaximumXmlContainers = 8192;
 constexpr std::size_t kMaximumXmlTags = std::size_t{4} * kMaximumPropertyListNodes;
@@ -45,10 +48,20 @@ class BinaryWalk {
     }
 
   private:
-    // A container's references; the objects of other kinds end the walk.
-    struct References {
-        std::uint64_t offset = 0;
+    static constexpr int kInteger = 0x1;
+    static constexpr int kData = 0x4;
+    static constexpr int kAsciiText = 0x5;
+    static constexpr int kUtf16Text = 0x6;
+    static constexpr int kArray = 0xA;
+    static constexpr int kOrderedSet = 0xB;
+    static constexpr int kSet = 0xC;
+    static constexpr int kDictionary = 0xD;
+
+    // What an object's first bytes say. Only data, texts and containers have a count here.
+    struct Header {
+        int kind = 0;
         std::uint64_t count = 0;
+        std::uint64_t contents = 0;  ///< offset of what follows kind and count
     };
 
     static bool isIntegerSize(std::uint64_t size) { return size >= 1 && size <= 8; }
@@ -67,36 +80,73 @@ class BinaryWalk {
         return integerAt(tableOffset_ + place, offsetSize_);
     }
 
-    // none: the object is cut off or claims more references than the data has bytes
-    std::optional<References> referencesAt(std::uint64_t offset) const {
+    // none: there is no such object, it is cut off, or it claims a longer content than there is data
+    std::optional<Header> headerOfObject(std::uint64_t object) const {
         constexpr std::uint64_t kCountFollows = 15;
-        constexpr int kInteger = 0x1, kArray = 0xA, kOrderedSet = 0xB, kSet = 0xC, kDictionary = 0xD;
-        const std::optional<std::uint64_t> marker = integerAt(offset, 1);
+        const std::optional<std::uint64_t> offset = offsetOfObject(object);
+        const std::optional<std::uint64_t> marker = offset ? integerAt(*offset, 1) : std::nullopt;
         if (!marker) return std::nullopt;
-        const auto kind = static_cast<int>(*marker >> 4);
-        if (kind != kArray && kind != kOrderedSet && kind != kSet && kind != kDictionary) return References{};
-        References references{offset + 1, *marker & 15};
-        if (references.count == kCountFollows) {
-            const std::optional<std::uint64_t> sizeMarker = integerAt(offset + 1, 1);
-            if (!sizeMarker || *sizeMarker >> 4 != kInteger || (*sizeMarker & 15) > 3) return std::nullopt;
-            const std::uint64_t size = std::uint64_t{1} << (*sizeMarker & 15);
-            const std::optional<std::uint64_t> count = integerAt(offset + 2, size);
-            if (!count) return std::nullopt;
-            references = {offset + 2 + size, *count};
+        Header header{static_cast<int>(*marker >> 4), *marker & 15, *offset + 1};
+        if (header.kind < kData || header.count != kCountFollows) return header;
+        const std::optional<std::uint64_t> sizeMarker = integerAt(header.contents, 1);
+        if (!sizeMarker || *sizeMarker >> 4 != kInteger || (*sizeMarker & 15) > 3) return std::nullopt;
+        const std::uint64_t size = std::uint64_t{1} << (*sizeMarker & 15);
+        const std::optional<std::uint64_t> count = integerAt(header.contents + 1, size);
+        if (!count || *count > data_.size()) return std::nullopt;
+        return Header{header.kind, *count, header.contents + 1 + size};
+    }
+
+    // Counts one more use of an object. The parser copies texts and data at every use.
+    bool isWithinBounds(const Header& header) {
+        const std::uint64_t unitSize = header.kind == kUtf16Text ? 2 : 1;
+        if (header.kind >= kData && header.kind <= kUtf16Text) bytes_ += header.count * unitSize;
+        return ++nodes_ <= kMaximumPropertyListNodes && bytes_ <= kMaximumExpandedSize;
+    }
+
+    // The parser ends the program at a key with a NUL inside.
+    bool isKey(std::uint64_t object) {
+        const std::optional<Header> header = headerOfObject(object);
+        if (!header || !isWithinBounds(*header)) return false;
+        if (header->kind != kAsciiText && header->kind != kUtf16Text) return false;
+        const std::uint64_t unitSize = header->kind == kUtf16Text ? 2 : 1;
+        for (std::uint64_t i = 0; i < header->count; ++i) {
+            const auto unit = integerAt(header->contents + i * unitSize, unitSize);
+            if (!unit || *unit == 0) return false;
         }
-        if (references.count > data_.size()) return std::nullopt;
-        if (kind == kDictionary) references.count *= 2;
-        return references;
+        return true;
+    }
+
+    std::optional<std::uint64_t> referenceAt(const Header& container, std::uint64_t index) const {
+        return integerAt(container.contents + index * referenceSize_, referenceSize_);
     }
 
     bool visit(std::uint64_t object, int depth) {
-        if (depth > kMaximumPropertyListDepth || ++visited_ > kMaximumPropertyListNodes) return false;
-        const std::optional<std::uint64_t> offset = offsetOfObject(object);
-        if (!offset) return false;
-        const std::optional<References> references = referencesAt(*offset);
-        if (!references) return false;
-        for (std::uint64_t i = 0; i < references->count; ++i) {
-            const auto child = integerAt(references->offset + i * referenceSize_, referenceSize_);
+        const std::optional<Header> header = headerOfObject(object);
+        if (depth > kMaximumPropertyListDepth || !header || !isWithinBounds(*header)) return false;
+        switch (header->kind) {
+            case kArray:
+            case kOrderedSet:
+            case kSet:
+                return visitAll(*header, 0, depth);
+            case kDictionary:
+                return hasKeys(*header) && visitAll(*header, header->count, depth);
+            default:
+                return true;
+        }
+    }
+
+    // A dictionary's references are its keys, then as many values.
+    bool hasKeys(const Header& dictionary) {
+        for (std::uint64_t i = 0; i < dictionary.count; ++i) {
+            const std::optional<std::uint64_t> key = referenceAt(dictionary, i);
+            if (!key || !isKey(*key)) return false;
+        }
+        return true;
+    }
+
+    bool visitAll(const Header& container, std::uint64_t first, int depth) {
+        for (std::uint64_t i = first; i < first + container.count; ++i) {
+            const std::optional<std::uint64_t> child = referenceAt(container, i);
             if (!child || !visit(*child, depth + 1)) return false;
         }
         return true;
@@ -107,7 +157,8 @@ class BinaryWalk {
     std::uint64_t referenceSize_ = 0;
     std::uint64_t objectCount_ = 0;
     std::uint64_t tableOffset_ = 0;
-    int visited_ = 0;
+    int nodes_ = 0;
+    std::uint64_t bytes_ = 0;
 };
 
 }  // namespace

@@ -17,7 +17,8 @@ inline constexpr int kMaximumPropertyListNodes = 100'000;  ///< shared nodes cou
 bool isBinaryPropertyList(std::span<const std::uint8_t> data);
 
 /// Whether the containers of a binary property list, followed from its root, stay within the bounds. A cycle
-/// does not. Broken data outside the containers is the parser's to refuse.
+/// does not, nor does a dictionary with a key that is no text or holds a NUL, at which the parser would end
+/// the program. Broken data elsewhere is the parser's to refuse.
 bool isBoundedBinaryPropertyList(std::span<const std::uint8_t> data);
 
 /// Whether an XML property list has few enough elements and containers, nested or not, for its parser.

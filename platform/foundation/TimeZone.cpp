@@ -1,11 +1,11 @@
 #include "platform/foundation/TimeZone.h"
 
 #include <sys/stat.h>
-#include <time.h>
 
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string_view>

@@ -3,11 +3,11 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <algorithm>
 
 #include <chrono>
 #include <cmath>
+#include <ctime>
 #include <string>
 #include <thread>
 #include <utility>
@@ -60,7 +60,7 @@ FileDescriptor lockedDirectory(const std::filesystem::path& directory) {
         if (flock(descriptor.get(), LOCK_EX | LOCK_NB) == 0) return descriptor;
         std::this_thread::sleep_for(kPause);
     }
-    return FileDescriptor();
+    return {};
 }
 
 }  // namespace
@@ -85,7 +85,7 @@ bool UserDefaults::boolForKey(std::string_view key) const {
     return value->integer().value_or(0) != 0;
 }
 
-bool UserDefaults::setObject(std::string_view key, PropertyList value) { return write(key, &value); }
+bool UserDefaults::setObject(std::string_view key, const PropertyList& value) { return write(key, &value); }
 
 bool UserDefaults::removeObjectForKey(std::string_view key) { return write(key, nullptr); }
 

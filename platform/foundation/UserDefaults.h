@@ -28,7 +28,7 @@ class UserDefaults {
     bool boolForKey(std::string_view key) const;
 
     /// @return false when the file could not be written or cannot be read; it is then as it was
-    [[nodiscard]] bool setObject(std::string_view key, PropertyList value);
+    [[nodiscard]] bool setObject(std::string_view key, const PropertyList& value);
     [[nodiscard]] bool removeObjectForKey(std::string_view key);
 
   private:

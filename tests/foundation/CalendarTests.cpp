@@ -49,24 +49,21 @@ TEST(Calendar, StartsADayAtItsFirstInstant) {
 
 TEST(Calendar, MovesSkippedTimesOnAndTakesTheFirstOfRepeatedOnes) {
     struct Row {
-        const char* what;
         const char* zone;
         const char* civil;
         const char* utc;
         const char* shown;
     };
     constexpr Row kRows[] = {
-        {"gap",                  "Europe/Berlin",       "2024-03-31 02:30", "2024-03-31 01:30", "2024-03-31 03:30"},
-        {"fold",                 "Europe/Berlin",       "2024-10-27 02:30", "2024-10-27 00:30", "2024-10-27 02:30"},
-        {"gap",                  "America/New_York",    "2024-03-10 02:30", "2024-03-10 07:30", "2024-03-10 03:30"},
-        {"gap of half an hour",  "Australia/Lord_Howe", "2024-10-06 02:15", "2024-10-05 15:45",
-         "2024-10-06 02:45"                                                                                       },
-        {"fold of half an hour", "Australia/Lord_Howe", "2024-04-07 01:45", "2024-04-06 14:45",
-         "2024-04-07 01:45"                                                                                       },
-        {"gap of a day",         "Pacific/Apia",        "2011-12-30 09:00", "2011-12-30 19:00", "2011-12-31 09:00"},
+        {"Europe/Berlin",       "2024-03-31 02:30", "2024-03-31 01:30", "2024-03-31 03:30"},
+        {"Europe/Berlin",       "2024-10-27 02:30", "2024-10-27 00:30", "2024-10-27 02:30"},
+        {"America/New_York",    "2024-03-10 02:30", "2024-03-10 07:30", "2024-03-10 03:30"},
+        {"Australia/Lord_Howe", "2024-10-06 02:15", "2024-10-05 15:45", "2024-10-06 02:45"},
+        {"Australia/Lord_Howe", "2024-04-07 01:45", "2024-04-06 14:45", "2024-04-07 01:45"},
+        {"Pacific/Apia",        "2011-12-30 09:00", "2011-12-30 19:00", "2011-12-31 09:00"},
     };
     for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.zone) + ", " + row.what);
+        SCOPED_TRACE(std::string(row.zone) + " " + row.civil);
         const TestEnvironment environment({.timeZone = row.zone});
         EXPECT_EQ(utcText(at(row.civil)), row.utc);
         EXPECT_EQ(civilText(at(row.civil)), row.shown);
@@ -75,24 +72,23 @@ TEST(Calendar, MovesSkippedTimesOnAndTakesTheFirstOfRepeatedOnes) {
 
 TEST(Calendar, KeepsTheWallClockTimeOverDays) {
     struct Row {
-        const char* what;
         const char* zone;
         const char* from;
-        std::int64_t days;
+        int days;
         const char* expected;
         double hours;
     };
     constexpr Row kRows[] = {
-        {"spring day of 23 hours",       "America/New_York",    "2024-03-09 09:00",        1,  "2024-03-10 09:00",        23  },
-        {"autumn day of 25 hours",       "America/New_York",    "2024-11-02 09:00",        1,  "2024-11-03 09:00",        25  },
-        {"back over the change",         "Europe/Berlin",       "2024-03-31 12:00",        -1, "2024-03-30 12:00",        -23 },
-        {"into the gap",                 "Europe/Berlin",       "2024-03-30 02:30",        1,  "2024-03-31 03:30",        24  },
-        {"day of 24.5 hours",            "Australia/Lord_Howe", "2024-04-06 09:00",        1,  "2024-04-07 09:00",        24.5},
-        {"over a day that was left out", "Pacific/Apia",        "2011-12-29 09:00",        2,  "2011-12-31 09:00",        24  },
-        {"over a leap day",              "UTC",                 "2024-02-28 23:59:59.250", 2,  "2024-03-01 23:59:59.250", 48  },
+        {"America/New_York",    "2024-03-09 09:00",        1,  "2024-03-10 09:00",        23  },
+        {"America/New_York",    "2024-11-02 09:00",        1,  "2024-11-03 09:00",        25  },
+        {"Europe/Berlin",       "2024-03-31 12:00",        -1, "2024-03-30 12:00",        -23 },
+        {"Europe/Berlin",       "2024-03-30 02:30",        1,  "2024-03-31 03:30",        24  },
+        {"Australia/Lord_Howe", "2024-04-06 09:00",        1,  "2024-04-07 09:00",        24.5},
+        {"Pacific/Apia",        "2011-12-29 09:00",        2,  "2011-12-31 09:00",        24  },
+        {"UTC",                 "2024-02-28 23:59:59.250", 2,  "2024-03-01 23:59:59.250", 48  },
     };
     for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
+        SCOPED_TRACE(std::string(row.zone) + " " + row.from);
         const TestEnvironment environment({.timeZone = row.zone});
         const Date from = at(row.from);
         const Date result = Calendar::current().dateByAddingDays(from, row.days);

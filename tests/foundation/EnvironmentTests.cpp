@@ -66,11 +66,11 @@ TEST(Environment, FindsTheDocumentsByTheUserDirectories) {
         const char* expected;
     };
     constexpr Row kRows[] = {
-        {"XDG_DOCUMENTS_DIR=\"$HOME/Papiere\"\n",                                            "/home/u/Papiere"},
-        {"# a comment\nXDG_MUSIC_DIR=\"/m\"\n  XDG_DOCUMENTS_DIR=\"/srv/a \\\"b\\\"\"\n",    "/srv/a \"b\""   },
-        {"XDG_DOCUMENTS_DIR=\"/old\"\nXDG_DOCUMENTS_DIR=\"$HOME\"",                          "/home/u"        },
-        {"XDG_DOCUMENTS_DIR=relative\nXDG_DOCUMENTS_DIR=\"relative\"\nXDG_DOCUMENTS_DIR=\"",
-         "/home/u/Documents"                                                                                  },
+        {"XDG_DOCUMENTS_DIR=\"$HOME/Papiere\"\n",                                   "/home/u/Papiere"  },
+        {"# comment\nXDG_MUSIC_DIR=\"/m\"\n  XDG_DOCUMENTS_DIR=\"/a \\\"b\\\"\"\n", "/a \"b\""         },
+        {"XDG_DOCUMENTS_DIR=\"/old\"\nXDG_DOCUMENTS_DIR=\"$HOME\"",                 "/home/u"          },
+        {"XDG_DOCUMENTS_DIR=relative\n",                                            "/home/u/Documents"},
+        {"XDG_DOCUMENTS_DIR=\"relative\"\nXDG_DOCUMENTS_DIR=\"",                    "/home/u/Documents"},
     };
     for (const Row& row : kRows) {
         writeFileBytes(configuration.path() / "user-dirs.dirs", row.lines);

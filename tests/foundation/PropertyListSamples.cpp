@@ -23,10 +23,9 @@ std::string xmlPropertyList(std::string_view value) {
            "</plist>\n";
 }
 
-Bytes nestedBinary(std::uint32_t arrays, int fanOut, std::uint32_t last) {
+Bytes nestedBinary(std::uint32_t arrays, int fanOut, std::uint32_t last, std::string_view leaf) {
     constexpr int kSize = 4;  // of offsets and references
     constexpr std::uint8_t kArray = 0xA0;
-    constexpr std::uint8_t kTrue = 0x09;
     Bytes data = bytesOf("bplist00");
     Bytes offsets;
     for (std::uint32_t i = 0; i < arrays; ++i) {
@@ -35,7 +34,7 @@ Bytes nestedBinary(std::uint32_t arrays, int fanOut, std::uint32_t last) {
         for (int n = 0; n < fanOut; ++n) appendBigEndian(data, i + 1 == arrays ? last : i + 1, kSize);
     }
     appendBigEndian(offsets, data.size(), kSize);
-    data.push_back(kTrue);
+    data.insert(data.end(), leaf.begin(), leaf.end());
     const std::uint64_t table = data.size();
     data.insert(data.end(), offsets.begin(), offsets.end());
     data.insert(data.end(), {0, 0, 0, 0, 0, 0, kSize, kSize});

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 
@@ -14,23 +15,30 @@ using Dictionary = PropertyList::Dictionary;
 using Array = PropertyList::Array;
 
 PropertyList oneOfEach() {
-    return {
-        Dictionary{
-                   {"boolean", {true}},
-                   {"integers",
-             {Array{{std::int64_t{0}},
-                    {std::int64_t{-1}},
-                    {std::numeric_limits<std::int64_t>::max()},
-                    {std::numeric_limits<std::int64_t>::min()}}}},
-                   {"reals", {Array{{0.5}, {0.1}, {-1e300}}}},
-                   {"texts", {Array{{std::string()}, {std::string("Milk")}, {std::string("Äpfel 😀")}}}},
-                   {"dates", {Array{{Date(TimeInterval(0.25))}, {kDistantFuture}, {Date(TimeInterval(-6.3e10))}}}},
-                   {"data", {Bytes{0, 255, 7}}},
-                   {"reference", {PropertyList::Uid{3}}},
-                   {"empty",
-             {Dictionary{{"array", {Array{}}}, {"dictionary", {Dictionary{}}}, {"data", {Bytes{}}}}}},
-                   }
+    constexpr auto kSmallest = std::numeric_limits<std::int64_t>::min();
+    constexpr auto kLargest = std::numeric_limits<std::int64_t>::max();
+    Dictionary values;
+    values["boolean"] = {true};
+    values["integers"] = {
+        Array{{std::int64_t{0}}, {std::int64_t{-1}}, {kSmallest}, {kLargest}}
     };
+    values["reals"] = {
+        Array{{0.5}, {0.1}, {-1e300}}
+    };
+    values["texts"] = {
+        Array{{std::string()}, {std::string("Milk")}, {std::string("Äpfel 😀")}}
+    };
+    values["dates"] = {
+        Array{{Date(TimeInterval(0.25))}, {kDistantFuture}, {Date(TimeInterval(-6.3e10))}}
+    };
+    values["data"] = {
+        Bytes{0, 255, 7}
+    };
+    values["reference"] = {PropertyList::Uid{3}};
+    values["empty"] = {
+        Array{{Array{}}, {Dictionary{}}, {Bytes{}}}
+    };
+    return {values};
 }
 
 TEST(PropertyList, ReadsWhatItWrote) {
@@ -51,30 +59,43 @@ TEST(PropertyList, ReadsXml) {
     EXPECT_EQ(list, expected);
 }
 
+bool isRefused(const Bytes& data) { return !propertyListFromData(data); }
+
 TEST(PropertyList, RefusesWhatWouldRunAway) {
-    struct Row {
-        const char* what;
-        Bytes data;
-    };
-    const Row kRows[] = {
-        {"nothing",                                  {}                            },
-        {                                                      "text",                          bytesOf("hello")                              },
-        {                                       "only the magic",                                          bytesOf("bplist00")                                                         },
-        { "itself inside",                                        nestedBinary(1,                                                                      1, 0)},
-        {                                                                                                      "itself inside, twice",                                         nestedBinary(1,                                                                     2, 0)},
-        {                                                      "a cycle of two",                            nestedBinary(2,                              1, 0)},
-        {                                                    "2^60 nodes of 60 objects",                 nestedBinary(60,                2, 60)},
-        { "a stack of 100,000 arrays",                                          nestedBinary(100'000,                                              1, 100'000)},
-        {                                     "65 levels",                                  nestedBinary(65,                                                                1, 65)},
-        {                                                                      "a stack of 100,000 arrays in XML",
-         bytesOf(xmlPropertyList(repeated("<array>",     100'000) + repeated("</array>", 100'000)))},
-        {                                                          "100 levels in XML", bytesOf(xmlPropertyList(repeated("<array>",100) + repeated("</array>", 100)))},
-        {                                        "a million nodes in XML",
-         bytesOf(xmlPropertyList("<array>" + repeated("<true/>",            1'000'000) + "</array>"))},
-        {"17 MiB",                                          Bytes(17 * 1024 * 1024,                                                 ' ')},
-    };
-    for (const Row& row : kRows) EXPECT_EQ(propertyListFromData(row.data), std::nullopt) << row.what;
-    EXPECT_TRUE(propertyListFromData(nestedBinary(62, 1, 62)));
+    using namespace std::string_literals;
+    EXPECT_TRUE(isRefused(nestedBinary(1, 1, 0))) << "itself inside";
+    EXPECT_TRUE(isRefused(nestedBinary(2, 2, 0))) << "a cycle of two";
+    EXPECT_TRUE(isRefused(nestedBinary(60, 2, 60))) << "2^60 nodes";
+    EXPECT_TRUE(isRefused(nestedBinary(100'000, 1, 100'000)));
+    EXPECT_TRUE(isRefused(nestedBinary(65, 1, 65)));
+    EXPECT_FALSE(isRefused(nestedBinary(62, 1, 62)));
+    const std::string megabyte = "\x5F\x12\x00\x10\x00\x00"s + std::string(1 << 20, 'x');
+    EXPECT_TRUE(isRefused(nestedBinary(4, 10, 4, megabyte))) << "10,000 uses of a megabyte";
+    EXPECT_FALSE(isRefused(nestedBinary(1, 10, 1, megabyte)));
+    EXPECT_TRUE(
+        isRefused(bytesOf(xmlPropertyList(repeated("<array>", 100'000) + repeated("</array>", 100'000)))));
+    EXPECT_TRUE(isRefused(bytesOf(xmlPropertyList(repeated("<array>", 100) + repeated("</array>", 100)))));
+    EXPECT_TRUE(isRefused(bytesOf(xmlPropertyList("<array>" + repeated("<true/>", 1'000'000) + "</array>"))));
+}
+
+TEST(PropertyList, RefusesWhatIsNone) {
+    for (const char* text : {"", "hello", "bplist00", "<plist>", "<?xml version=\"1.0\"?>"}) {
+        EXPECT_TRUE(isRefused(bytesOf(text))) << text;
+    }
+    EXPECT_TRUE(isRefused(Bytes(17 * 1024 * 1024, ' ')));
+}
+
+TEST(PropertyList, RefusesKeysThatAreNoText) {
+    const Bytes good = binaryDataFromPropertyList({Dictionary{{"four", {true}}}});
+    const auto key = std::search(good.begin(), good.end(), std::begin("four"), std::end("four") - 1);
+    const auto offset = static_cast<std::size_t>(key - good.begin());
+    Bytes keyWithNul = good;
+    keyWithNul.at(offset + 1) = 0;
+    EXPECT_TRUE(isRefused(keyWithNul));
+    Bytes keyOfNumber = good;
+    keyOfNumber.at(offset - 1) = 0x12;  // an integer of four bytes
+    EXPECT_TRUE(isRefused(keyOfNumber));
+    EXPECT_FALSE(isRefused(good));
 }
 
 TEST(PropertyList, SurvivesEveryTruncation) {
