@@ -1,10 +1,12 @@
 #include "apps/corvane/CommandLine.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/TerminalText.h"
 #include "platform/foundation/Environment.h"
 
 namespace corvane {
@@ -23,14 +25,7 @@ void addCommands(CLI::App& app, Program& program) {
     app.require_subcommand(1);
     app.fallthrough();
     addTodayCommand(app, program);
-}
-
-// A text of several lines becomes one: errors are one line.
-void say(std::string message) {
-    for (char& c : message) {
-        if (c == '\n' || c == '\r') c = ' ';
-    }
-    std::fprintf(stderr, "corvane: %s\n", message.c_str());
+    addDemoCommand(app, program);
 }
 
 int parseFailure(const CLI::App& app, const CLI::ParseError& error) {
@@ -40,6 +35,13 @@ int parseFailure(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 }  // namespace
+
+void say(std::string_view message) {
+    std::string line(message);
+    std::ranges::replace_if(
+        line, [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    std::fprintf(stderr, "corvane: %s\n", inCharacterSetOfLocale(terminalUtf8(line)).c_str());
+}
 
 int runCommandLine(int argumentCount, const char* const* arguments) {
     Program program;

@@ -1,6 +1,8 @@
 // The command line: nouns then verbs, each command in a file of its own.
 #pragma once
 
+#include <string_view>
+
 #include "apps/corvane/Program.h"
 
 namespace CLI {
@@ -19,6 +21,9 @@ void addTasksCommands(CLI::App& app, Program& program);
 void addConfigCommand(CLI::App& app, Program& program);
 void addExportCommands(CLI::App& app, Program& program);
 void addStoreCommands(CLI::App& app, Program& program);
+
+/// One line on standard error for people; what a terminal would obey in it is made harmless.
+void say(std::string_view message);
 
 /// Parses and runs. Failures are said in one line on standard error.
 /// @return the exit code of the process

@@ -2,14 +2,15 @@
 
 #include <iconv.h>
 #include <langinfo.h>
-#include <unicode/ubrk.h>
-#include <unicode/uchar.h>
-#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <memory>
+
+#include <unicode/ubrk.h>
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
 
 #include "apps/host/WritingDirection.h"
 #include "platform/foundation/Text.h"

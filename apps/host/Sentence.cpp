@@ -1,10 +1,10 @@
 #include "apps/host/Sentence.h"
 
-#include <unicode/uchar.h>
-#include <unicode/ustring.h>
-
 #include <algorithm>
 #include <cstdint>
+
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
 
 #include "apps/host/WritingDirection.h"
 #include "platform/foundation/Locale.h"

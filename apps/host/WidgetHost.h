@@ -35,6 +35,7 @@ class WidgetHost final : public ExtensionContext {
 
     /// For a host that draws from the outlets and the table.
     TodayViewController& controller() { return controller_; }
+    const TodayViewController& controller() const { return controller_; }
 
     /// Opens the store; afresh where none could be opened before, or another file has taken its name. Then a
     /// new container stands in for the process's shared one, and objects of the one before are gone with the

@@ -1,9 +1,9 @@
 #include "apps/host/WritingDirection.h"
 
+#include <algorithm>
+
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
-
-#include <algorithm>
 
 namespace corvane {
 namespace {

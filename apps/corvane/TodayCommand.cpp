@@ -1,0 +1,213 @@
+// `corvane today`: shows the widget once, or follows it.
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/corvane/CommandLine.h"
+#include "apps/corvane/TerminalStyle.h"
+#include "apps/corvane/TerminalText.h"
+#include "apps/corvane/TodayJson.h"
+#include "apps/corvane/TodayLine.h"
+#include "apps/corvane/TodayText.h"
+#include "apps/corvane/TodayWaybar.h"
+#include "apps/host/Follower.h"
+#include "apps/host/WidgetHost.h"
+
+namespace corvane {
+namespace {
+
+struct TodayOptions {
+    std::string mode = "expanded";
+    std::string compactSize = "359x110";
+    std::string expandedSize = "359x600";
+    std::string format;  ///< empty: none was asked for
+    std::string color = "auto";
+    std::string links = "auto";
+    std::optional<std::size_t> maxWidth;
+    bool follow = false;
+    bool hideEmpty = false;
+};
+
+std::optional<double> lengthFromText(std::string_view text) {
+    double length = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return length >= 0 && length <= 1e6 ? std::optional(length) : std::nullopt;
+}
+
+std::optional<Size> sizeFromText(std::string_view text) {
+    const std::size_t separator = text.find('x');
+    if (separator == std::string_view::npos) return std::nullopt;
+    const auto width = lengthFromText(text.substr(0, separator));
+    const auto height = lengthFromText(text.substr(separator + 1));
+    return width && height ? std::optional(Size{*width, *height}) : std::nullopt;
+}
+
+std::string whyNoSize(const std::string& text) {
+    return sizeFromText(text) ? "" : "\"" + text + "\" is no size like 359x110, in points";
+}
+
+When whenFromText(std::string_view text) {
+    if (text == "always") return When::kAlways;
+    return text == "never" ? When::kNever : When::kAuto;
+}
+
+WidgetHostOptions hostOptions(const TodayOptions& options) {
+    WidgetHostOptions result;
+    result.displayMode = options.mode == "compact" ? DisplayMode::kCompact : DisplayMode::kExpanded;
+    result.compactSize = sizeFromText(options.compactSize).value_or(result.compactSize);
+    result.expandedSize = sizeFromText(options.expandedSize).value_or(result.expandedSize);
+    return result;
+}
+
+// What one refresh gives to print, and what of it has to differ from the last one to be printed again.
+struct Output {
+    std::string text;
+    std::string content;
+};
+
+class TodayDisplay {
+  public:
+    TodayDisplay(Program& program, const TodayOptions& options)
+        : program_(program), options_(options), host_(hostOptions(options)) {}
+
+    void showOnce() {
+        host_.refresh();
+        print(output().text);
+        program_.flush();
+        if (const auto problem = host_.problem()) throw CommandFailure(*problem);
+    }
+
+    void follow() {
+        Follower follower(host_);
+        follower.refresh();
+        if (const auto problem = host_.problem()) say(*problem);
+        printWhenDifferent();
+        while (!program_.readerHasGone() && waitFor(follower)) {
+            if (!follower.takeEvents()) continue;
+            follower.refresh();
+            printWhenDifferent();
+        }
+    }
+
+  private:
+    bool isText() const { return options_.format == "text"; }
+    bool isData() const { return options_.format == "json" || options_.format == "waybar"; }
+
+    Output output() {
+        const WidgetSnapshot& widget = host_.snapshot();
+        if (options_.format == "json") return jsonOutput(widget);
+        const std::string text = isText() ? drawnWidget(widget) : barLine(widget);
+        return {text, text};
+    }
+
+    Output jsonOutput(const WidgetSnapshot& widget) const {
+        TodayFacts facts{host_.controller().dueDates().now, host_.validUntil(), host_.overdueCount(),
+                         host_.problem()};
+        Output result;
+        result.text = todayJson(widget, facts);
+        facts.now = Date();
+        result.content = todayJson(widget, facts);
+        return result;
+    }
+
+    std::string barLine(const WidgetSnapshot& widget) const {
+        const BarOptions bar{options_.maxWidth, options_.hideEmpty};
+        const bool isWaybar = options_.format == "waybar";
+        return (isWaybar ? todayWaybar : todayLine)(widget, host_.overdueCount(), bar);
+    }
+
+    std::string drawnWidget(const WidgetSnapshot& widget) const {
+        if (options_.hideEmpty && widget.dueCount == 0) return {};
+        TerminalStyle style =
+            TerminalStyle::ofOutput(whenFromText(options_.color), whenFromText(options_.links));
+        if (options_.maxWidth)
+            style.width = std::min(style.width.value_or(*options_.maxWidth), *options_.maxWidth);
+        const TodayViewController& controller = host_.controller();
+        return todayText(widget, {controller.addTaskUrl(), controller.todayUrl()}, style);
+    }
+
+    void print(const std::string& text) {
+        if (isData()) return program_.printData(text);
+        if (isText()) return program_.print(text);
+        program_.printLine(text);
+    }
+
+    // On a terminal the drawing stays where it is, like a window.
+    void printWhenDifferent() {
+        constexpr std::string_view kClearScreen = "\033[H\033[2J";
+        Output latest = output();
+        if (printedContent_ == latest.content) return;
+        if (isText() && isOutputTerminal()) program_.print(kClearScreen);
+        print(latest.text);
+        program_.flush();
+        printedContent_ = std::move(latest.content);
+    }
+
+    // False when nobody reads the output any more, which an idle writer would not notice.
+    static bool waitFor(const Follower& follower) {
+        pollfd descriptors[] = {
+            {follower.fileDescriptor(), POLLIN, 0},
+            {STDOUT_FILENO,             0,      0}
+        };
+        constexpr int kForEver = -1;
+        poll(descriptors, std::size(descriptors), kForEver);
+        return (descriptors[1].revents & (POLLERR | POLLHUP)) == 0;
+    }
+
+    Program& program_;
+    const TodayOptions& options_;
+    WidgetHost host_;
+    std::optional<std::string> printedContent_;
+};
+
+void runToday(Program& program, TodayOptions& options) {
+    if (program.options.json && !options.format.empty() && options.format != "json") {
+        throw CommandFailure("--json and --format " + options.format + " exclude each other", kUsage);
+    }
+    if (options.format.empty()) options.format = program.options.json ? "json" : "text";
+    TodayDisplay display(program, options);
+    if (options.follow) return display.follow();
+    display.showOnce();
+}
+
+void addOptions(CLI::App& command, TodayOptions& options) {
+    const CLI::IsMember modes({"compact", "expanded"});
+    const CLI::IsMember formats({"text", "json", "waybar", "line"});
+    const CLI::IsMember whens({"auto", "always", "never"});
+    const CLI::Validator size(whyNoSize, "", "");
+    command.add_option("--mode", options.mode, "The widget's display mode")->check(modes);
+    command.add_option("--compact-size", options.compactSize, "Its largest size when compact, in points")
+        ->type_name("WxH")
+        ->check(size);
+    command.add_option("--expanded-size", options.expandedSize, "Its largest size when expanded")
+        ->type_name("WxH")
+        ->check(size);
+    command.add_option("--format", options.format, "How to print it")->check(formats);
+    command.add_flag("--follow", options.follow, "Stay, and print again whenever it changes");
+    command.add_option("--color", options.color, "Colours in the text")->check(whens);
+    command.add_option("--links", options.links, "Hyperlinks in the text")->check(whens);
+    command.add_option("--max-width", options.maxWidth, "Cells of a line of text, or of a title in a bar")
+        ->type_name("N")
+        ->check(CLI::Range(1, 100'000));
+    command.add_flag("--hide-empty", options.hideEmpty, "Print nothing when nothing is due");
+}
+
+}  // namespace
+
+void addTodayCommand(CLI::App& app, Program& program) {
+    const auto options = std::make_shared<TodayOptions>();
+    CLI::App& command = *app.add_subcommand("today", "Show what is due today");
+    addOptions(command, *options);
+    command.callback([&program, options] { runToday(program, *options); });
+}
+
+}  // namespace corvane
