@@ -56,7 +56,11 @@ const ManagedObject* relatedObject(const ManagedObject& object, const KeyStep& s
 const std::vector<ManagedObject*>* membersAtStep(const ManagedObject& object, const KeyStep& step) {
     const std::optional<PropertyIndex> index = step.indexIn(object.entity());
     if (!index || object.entity().property(*index).kind != PropertyKind::kToMany) return nullptr;
-    return &object.membersAt(*index);
+    // Rows that point at a row that is not there are nobody's members, as in a join. A fault does not know
+    // yet whether its row is there.
+    object.willAccess();
+    static const std::vector<ManagedObject*> none;
+    return ObjectState::of(object).isThere() ? &object.membersAt(*index) : &none;
 }
 
 ValueView valueAtStep(const ManagedObject& object, const KeyStep& step) {

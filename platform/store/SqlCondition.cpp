@@ -115,7 +115,8 @@ SqlFragment ConditionWriter::inList(const SqlOperand& left, const ListExpression
     for (const Expression& element : list.elements) {
         const SqlOperand right = operand(element);
         operands_.checkFit(PredicateOperator::kEqual, left, right);
-        if (!right.isConstant || left.isNilLiteral || options.any()) {
+        const bool isPlain = right.isConstant && !right.isNilLiteral && !left.isNilLiteral && !options.any();
+        if (!isPlain) {
             conditions.push_back(scalar(PredicateOperator::kEqual, options, left, right));
         } else {
             constants += (constants.empty() ? "" : ", ") + right.text;
@@ -134,7 +135,7 @@ SqlFragment ConditionWriter::quantified(const Comparison& comparison) {
     const SqlFragment condition = comparisonOf(members.value, comparison);
     switch (comparison.quantifier) {
         case Quantifier::kAll:
-            return negatedFragment(exists(members, enclosedFragment("(", condition, ") IS NOT TRUE")));
+            return negatedFragment(exists(members, testedFragment(condition, "IS NOT TRUE")));
         case Quantifier::kNone:
             return negatedFragment(exists(members, condition));
         case Quantifier::kAny:
@@ -143,6 +144,10 @@ SqlFragment ConditionWriter::quantified(const Comparison& comparison) {
     }
     return exists(members, condition);
 }
+
+// SQLite makes an inner join of a left one when a condition needs a value of the joined table, and may then
+// begin with that table and go through this one once for each of its rows. It does not look into IS TRUE.
+SqlFragment keptBehindItsJoins(const SqlFragment& condition) { return testedFragment(condition, "IS TRUE"); }
 
 // The conditions that all have to hold.
 std::vector<PredicateNodePointer> conjunctsOf(const PredicateNodePointer& node) {
@@ -160,8 +165,10 @@ bool writeCondition(const PredicateNodePointer& node, const SqlColumns& columns,
     for (const PredicateNodePointer& conjunct : conjunctsOf(node)) {
         const std::size_t parameters = query.parameters.size();
         const std::size_t joins = scope.joinedPaths().size();
+        const std::size_t uses = scope.uses();
         SqlFragment condition = ConditionWriter(operands, scope).node(*conjunct);
         if (!error.empty()) return false;
+        if (scope.uses() != uses) condition = keptBehindItsJoins(condition);
         if (conditions.size() < kMaxConjuncts && condition.fitsSqlite() &&
             query.parameters.size() <= kMaxParameters && scope.joinedPaths().size() <= kMaxJoins) {
             conditions.push_back(std::move(condition));
@@ -172,7 +179,10 @@ bool writeCondition(const PredicateNodePointer& node, const SqlColumns& columns,
         query.parameters.resize(parameters);
         scope.truncate(joins);
     }
-    query.where = conditions.empty() ? "1" : joinedFragments(std::move(conditions), " AND ").text;
+    if (conditions.empty()) conditions.push_back(simpleFragment("1"));
+    const bool isSingle = conditions.size() == 1;
+    const SqlFragment whole = joinedFragments(std::move(conditions), " AND ");
+    query.where = isSingle ? whole.operandText() : whole.text;
     return true;
 }
 

@@ -9,8 +9,7 @@
 
 namespace corvane {
 
-/// Writes the condition into `where`, `parameters`, `isExact` and `subqueryEntities` of the query, and its
-/// joins into the scope.
+/// Writes the condition into `where`, `parameters` and `isExact` of the query, and its joins into the scope.
 /// @return false when the predicate does not fit the model; `error` then says why
 bool writeCondition(const PredicateNodePointer& node, const SqlColumns& columns, SqlScope& scope,
                     SqlQuery& query, std::string& error);

@@ -19,16 +19,12 @@ constexpr int kSimpleHeight = 4;
 constexpr int kSimpleNesting = 8;
 constexpr int kSubqueryNesting = 12;
 
-std::string operandText(const SqlFragment& operand) {
-    return operand.isCompound ? "(" + operand.text + ")" : operand.text;
-}
-
 SqlFragment joinedGroup(std::span<const SqlFragment> operands, std::string_view separator) {
     if (operands.size() == 1) return operands.front();
     SqlFragment joined{.text = {}, .isCompound = true};
     for (const SqlFragment& operand : operands) {
         if (!joined.text.empty()) joined.text += separator;
-        joined.text += operandText(operand);
+        joined.text += operand.operandText();
         joined.height = std::max(joined.height, operand.height);
         joined.nesting = std::max(joined.nesting, operand.nesting + (operand.isCompound ? 3 : 2));
     }
@@ -37,6 +33,8 @@ SqlFragment joinedGroup(std::span<const SqlFragment> operands, std::string_view 
 }
 
 }  // namespace
+
+std::string SqlFragment::operandText() const { return isCompound ? "(" + text + ")" : text; }
 
 bool SqlFragment::fitsSqlite() const { return height <= kMaxHeight && nesting <= kMaxNesting; }
 
@@ -58,17 +56,20 @@ SqlFragment joinedFragments(std::vector<SqlFragment> operands, std::string_view 
 }
 
 SqlFragment negatedFragment(const SqlFragment& operand) {
-    return {.text = "NOT (" + operand.text + ")",
+    return {
+        .text = "NOT (" + operand.text + ")", .height = operand.height + 1, .nesting = operand.nesting + 3};
+}
+
+SqlFragment testedFragment(const SqlFragment& operand, std::string_view test) {
+    return {.text = "(" + operand.text + ") " + std::string(test),
             .height = operand.height + 1,
-            .nesting = operand.nesting + 3,
-            .isCompound = true};
+            .nesting = operand.nesting + 2};
 }
 
 SqlFragment enclosedFragment(std::string_view before, const SqlFragment& inner, std::string_view after) {
     return {.text = std::string(before) + inner.text + std::string(after),
             .height = inner.height + kSimpleHeight,
-            .nesting = inner.nesting + kSubqueryNesting,
-            .isCompound = true};
+            .nesting = inner.nesting + kSubqueryNesting};
 }
 
 }  // namespace corvane

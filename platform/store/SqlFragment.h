@@ -12,8 +12,10 @@ struct SqlFragment {
     std::string text;
     int height = 0;           ///< of the expression's tree, at most
     int nesting = 0;          ///< entries on the parser's stack, at most
-    bool isCompound = false;  ///< has to be put in parentheses inside anything
+    bool isCompound = false;  ///< joined by AND or OR
 
+    /// The text, in parentheses where another AND or OR would tear it apart.
+    std::string operandText() const;
     bool fitsSqlite() const;
 };
 
@@ -25,7 +27,10 @@ SqlFragment joinedFragments(std::vector<SqlFragment> operands, std::string_view 
 
 SqlFragment negatedFragment(const SqlFragment& operand);
 
-/// `before`, the fragment and `after`, such as the parentheses of a subquery.
+/// "(...) IS TRUE": never unknown.
+SqlFragment testedFragment(const SqlFragment& operand, std::string_view test);
+
+/// `before`, the fragment and `after`: the fragment in a subquery.
 SqlFragment enclosedFragment(std::string_view before, const SqlFragment& inner, std::string_view after);
 
 }  // namespace corvane

@@ -1,6 +1,5 @@
 #include "platform/store/SqlOperand.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -58,15 +57,12 @@ std::string describedKind(const PropertyDescription& property) {
 
 // How a constant is bound, and what it is.
 struct BoundConstant {
-    Kind kind = Kind::kNil;
+    Kind kind = Kind::kNumber;
     Value parameter;
-    const char* description = "nil";
+    const char* description = "a number";
 };
 
 BoundConstant boundConstant(const Value& value) {
-    if (const auto* flag = std::get_if<bool>(&value)) {
-        return {Kind::kNumber, std::int64_t{*flag ? 1 : 0}, "a boolean"};
-    }
     if (const auto* date = std::get_if<Date>(&value)) {
         return {Kind::kNumber, date->time_since_epoch().count(), "a date"};
     }
@@ -75,7 +71,7 @@ BoundConstant boundConstant(const Value& value) {
     }
     if (std::holds_alternative<std::u16string>(value)) return {Kind::kText, value, "a text"};
     if (std::holds_alternative<Bytes>(value)) return {Kind::kBytes, value, "bytes"};
-    return {Kind::kNumber, value, "a number"};
+    return {.parameter = value};
 }
 
 bool isNilOperand(const SqlOperand& operand) { return operand.kind == Kind::kNil; }
@@ -90,6 +86,12 @@ SqlOperand SqlOperands::operand(SqlScope& scope, const Expression& expression) {
 }
 
 SqlOperand SqlOperands::constant(const Value& value) {
+    // YES and NO stand in the text. A partial index that is made for them then serves at once; for parameters
+    // SQLite prepares the statement anew each time one is bound.
+    if (const auto* flag = std::get_if<bool>(&value)) {
+        return {
+            .kind = Kind::kNumber, .text = *flag ? "1" : "0", .isConstant = true, .description = "a boolean"};
+    }
     BoundConstant bound = boundConstant(value);
     query_.parameters.push_back(std::move(bound.parameter));
     SqlOperand operand{.kind = bound.kind, .isConstant = true, .description = bound.description};
@@ -169,7 +171,6 @@ SqlMembers SqlOperands::members(SqlScope& scope, const KeyPath& path) {
     SqlScope memberScope(columns_, row, row.alias + "_");
     members.value = keyPath(memberScope, rest, path.isCount);
     members.from += memberScope.joins();
-    for (const SqlQuery::JoinedPath& joined : memberScope.joinedPaths()) noteSubqueryEntity(*joined.entity);
     return members;
 }
 
@@ -219,14 +220,7 @@ void SqlOperands::checkFit(PredicateOperator op, const SqlOperand& left, const S
 }
 
 SqlRow SqlOperands::subqueryRow(const EntityDescription& entity) {
-    noteSubqueryEntity(entity);
     return {&entity, "s" + std::to_string(++subqueryRows_)};
-}
-
-void SqlOperands::noteSubqueryEntity(const EntityDescription& entity) {
-    if (std::ranges::find(query_.subqueryEntities, &entity) == query_.subqueryEntities.end()) {
-        query_.subqueryEntities.push_back(&entity);
-    }
 }
 
 }  // namespace corvane

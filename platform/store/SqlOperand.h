@@ -54,7 +54,6 @@ class SqlOperands {
     std::size_t toOneStepsAtFront(const EntityDescription& entity, std::span<const KeyStep> steps) const;
     bool addMemberTable(SqlMembers& members, SqlRow& row, const KeyStep& step);
     SqlRow subqueryRow(const EntityDescription& entity);
-    void noteSubqueryEntity(const EntityDescription& entity);
     void fail(const std::string& message) {
         if (error_.empty()) error_ = message;
     }

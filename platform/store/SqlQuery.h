@@ -13,12 +13,13 @@ struct sqlite3;
 
 namespace corvane {
 
-/// Parts of a SELECT over an entity's table under the alias t0. Values are parameters, never text.
+/// Parts of a SELECT over an entity's table under the alias t0. Values are parameters, never text; only YES
+/// and NO stand as 1 and 0.
 struct SqlQuery {
     std::string joins;              ///< " LEFT JOIN ZGLIST t1 ON t1.Z_PK = t0.ZLIST ..."
-    std::string where;              ///< a condition; "1" when every row fits
+    std::string where;              ///< a condition that may stand beside AND; "1" when every row fits
     std::string orderBy;            ///< ends in t0.Z_PK
-    std::vector<Value> parameters;  ///< of `where`, in order: nil, integers, doubles, texts and bytes only
+    std::vector<Value> parameters;  ///< ?1, ?2, ... of `where`: integers, doubles, texts and bytes only
 
     /// False when a part of the predicate cannot be said in SQL: the rows are then a superset, to be judged
     /// in memory.
@@ -31,10 +32,6 @@ struct SqlQuery {
     };
     /// The to-one paths of `joins`: those of the predicate, of the sort keys and of the prefetching.
     std::vector<JoinedPath> joinedPaths;
-
-    /// Entities whose rows `where` reads through to-many paths, each once. While one of them has unsaved
-    /// changes, every row may fit or not: it is to be judged in memory.
-    std::vector<const EntityDescription*> subqueryEntities;
 };
 
 /// Whether the file has a column. One that it lacks reads as the attribute's default.

@@ -50,6 +50,7 @@ std::optional<SqlRow> SqlScope::rowAt(std::span<const KeyStep> toOneSteps, std::
         keyPath += keyPath.empty() ? step.key : "." + step.key;
         row = joinedRow(keyPath, row, *index);
     }
+    if (!toOneSteps.empty()) ++uses_;
     return row;
 }
 
@@ -66,11 +67,8 @@ SqlRow SqlScope::joinedRow(const std::string& keyPath, const SqlRow& from, Prope
     SqlRow row{&columns_.model().destinationOf(*from.entity, toOne),
                aliasPrefix_ + std::to_string(joinedPaths_.size() + 1)};
     joinStarts_.push_back(joins_.size());
-    // SQLite makes an inner join of a left one whose table is asked for a value, and may then begin with that
-    // table and look this one up by its relationship's index, seven times slower than reading it whole. The
-    // sign hides the column from that index; the look-up by row number stays.
-    joins_ += " LEFT JOIN " + row.entity->table() + " " + row.alias + " ON " + row.alias + ".Z_PK = +" +
-              columns_.text(from, toOne);
+    joins_ += " LEFT JOIN " + row.entity->table() + " " + row.alias + " ON " + row.alias +
+              ".Z_PK = " + columns_.text(from, toOne);
     joinedPaths_.push_back({keyPath, row.alias, row.entity});
     return row;
 }

@@ -47,6 +47,8 @@ class SqlScope {
     const SqlRow& root() const { return root_; }
     const std::string& joins() const { return joins_; }
     const std::vector<SqlQuery::JoinedPath>& joinedPaths() const { return joinedPaths_; }
+    /// How often a joined row was asked for.
+    std::size_t uses() const { return uses_; }
 
     /// The row at the end of to-one steps, joined on first use. None when a step is no to-one relationship of
     /// its entity; `error` then says so.
@@ -64,6 +66,7 @@ class SqlScope {
     std::string joins_;
     std::vector<SqlQuery::JoinedPath> joinedPaths_;
     std::vector<std::size_t> joinStarts_;  // where each join begins in the text
+    std::size_t uses_ = 0;
 };
 
 /// The property of a key, or none and the reason in `error`.
