@@ -10,6 +10,11 @@
 
 namespace corvane {
 
+/// Objects that are in memory and up to date keep their rows, and only the others are read, this many in one
+/// statement.
+inline constexpr std::size_t kReadWhenNeeded = 500;
+inline constexpr std::size_t kReadAtOnce = 0;
+
 inline const std::vector<SortDescriptor> kUnsorted = {};
 inline const std::vector<SortDescriptor> kByPosition = {{"displayOrder"}};
 
@@ -17,11 +22,13 @@ inline const std::vector<SortDescriptor> kByPosition = {{"displayOrder"}};
 template <class Object>
 std::vector<Object*> fetchObjects(ManagedObjectContext* context, std::u16string_view format,
                                   std::initializer_list<PredicateArgument> arguments,
-                                  const std::vector<SortDescriptor>& order) {
+                                  const std::vector<SortDescriptor>& order,
+                                  std::size_t batchSize = kReadAtOnce) {
     if (!context) return {};
     FetchRequest request;
     request.predicate = fixedPredicate(format, arguments);
     request.sortDescriptors = order;
+    request.fetchBatchSize = batchSize;
     return context->fetch<Object>(std::move(request));
 }
 

@@ -9,7 +9,8 @@ namespace {
 
 std::vector<GTask*> fetchTasks(const GList& list, std::u16string_view format,
                                const std::vector<SortDescriptor>& order = kByPosition) {
-    return fetchObjects<GTask>(list.managedObjectContext(), format, {argument(&list)}, order);
+    return fetchObjects<GTask>(list.managedObjectContext(), format, {argument(&list)}, order,
+                               kReadWhenNeeded);
 }
 
 }  // namespace

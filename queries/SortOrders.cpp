@@ -1,12 +1,11 @@
 // Tasks orders as sort keys.
 #include "model/CorvaneUserDefaults.h"
 #include "model/GSData.h"
+#include "queries/TaskFilters.h"
 
 namespace corvane {
 namespace {
 
-constexpr std::int32_t kEverythingFilter = 5;
-constexpr std::int32_t kSingleListFilter = 8;
 constexpr bool kAscending = true;
 constexpr bool kDescending = false;
 
@@ -22,8 +21,8 @@ SortDescriptor byListsOrder() {
 
 using SortKeys = std::vector<SortDescriptor>;
 
-SortKeys manualOrder(std::int32_t filter) {
-    if (filter == kSingleListFilter) return {{"displayOrder"}};
+SortKeys manualOrder(std::uint32_t filter) {
+    if (filter == kListFilter) return {{"displayOrder"}};
     const SortDescriptor lists = byListsOrder();
     if (filter == kEverythingFilter) return {lists, {"displayOrder"}};
     return {
@@ -40,7 +39,7 @@ std::optional<std::vector<SortDescriptor>> GSData::sortDescriptorsForTasksOrder(
                                                                                 std::int32_t filter) {
     switch (tasksOrder) {
         case 0:
-            return manualOrder(filter);
+            return manualOrder(static_cast<std::uint32_t>(filter));
         case 1:
             return SortKeys{
                 {"priority", kDescending},

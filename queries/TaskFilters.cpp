@@ -1,4 +1,6 @@
 // The standard task filters: their predicates, names, images and remembered sort orders.
+#include "queries/TaskFilters.h"
+
 #include <array>
 
 #include "dates/DateBasics.h"
@@ -10,10 +12,6 @@
 namespace corvane {
 namespace {
 
-constexpr std::uint32_t kOverdueFilter = 0;
-constexpr std::uint32_t kCompletedFilter = 6;
-constexpr std::uint32_t kListFilter = 8;
-
 struct TaskFilter {
     const char* name;
     std::string_view image;
@@ -24,7 +22,7 @@ struct TaskFilter {
 
 constexpr std::u16string_view kSame = {};
 
-constexpr std::array<TaskFilter, 9> kFilters = {
+constexpr std::array<TaskFilter, kTaskFilterCount> kFilters = {
     {
      {"Overdue", "Filter-Overdue", "OverdueTasksOrder",
          u" && hasDueDate == YES && ((hasDueTime == YES && dueDate < $NOW) || (hasDueTime == NO && dueDate < "
@@ -69,6 +67,16 @@ Value valueOf(ManagedObject* object) { return object ? Value(object) : Value(); 
 
 }  // namespace
 
+std::string_view filterNameKey(std::uint32_t filter) {
+    const TaskFilter* const found = filterWithNumber(filter);
+    return found ? found->name : std::string_view();
+}
+
+std::string_view tasksOrderKeyForFilter(std::uint32_t filter) {
+    const TaskFilter* const found = filterWithNumber(filter);
+    return found ? found->orderKey : std::string_view();
+}
+
 std::u16string GSData::predicateStringForTasksWithFilter(std::int32_t filter, bool hideCompletedTasks,
                                                          bool rootTasksOnly) {
     const bool overdueHasItsOwnView = corvaneUserDefaults().boolForKey("ShowOverdueTasksList");
@@ -108,9 +116,9 @@ std::string_view GSData::filterImageName(std::int32_t filter) {
 }
 
 std::int16_t GSData::tasksOrderForFilter(std::uint32_t filter) {
-    const TaskFilter* const found = filterWithNumber(filter);
-    if (!found || found->orderKey.empty()) return 0;
-    return static_cast<std::int16_t>(corvaneUserDefaults().integerForKey(found->orderKey));
+    const std::string_view key = tasksOrderKeyForFilter(filter);
+    return key.empty() ? std::int16_t{0}
+                       : static_cast<std::int16_t>(corvaneUserDefaults().integerForKey(key));
 }
 
 }  // namespace corvane

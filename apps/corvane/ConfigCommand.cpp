@@ -1,0 +1,123 @@
+// `corvane config`: the settings that the programs of the app group share.
+#include <array>
+#include <charconv>
+#include <memory>
+#include <optional>
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+#include "apps/corvane/CommandLine.h"
+#include "model/CorvaneUserDefaults.h"
+#include "queries/TaskFilters.h"
+
+namespace corvane {
+namespace {
+
+struct Setting {
+    std::string key;
+    bool isFlag = false;
+    std::int64_t largest = 0;  ///< of a number, which starts at 0
+};
+
+std::vector<Setting> settings() {
+    constexpr std::int64_t kLastTasksOrder = 2;
+    std::vector<Setting> result = {
+        {"ShowOverdueTasksList", true},
+        { "ListsOrder",                 false,    1},
+        { std::string(kAlertDefaultHourKey),                 false,   23},
+        { std::string(kAlertDefaultMinuteKey),                 false,   59},
+    };
+    for (std::uint32_t filter = 0; filter < kTaskFilterCount; ++filter) {
+        const std::string_view key = tasksOrderKeyForFilter(filter);
+        if (!key.empty()) result.push_back({std::string(key), false, kLastTasksOrder});
+    }
+    return result;
+}
+
+Setting settingWithKey(const std::string& key) {
+    for (Setting& setting : settings()) {
+        if (setting.key == key) return setting;
+    }
+    throw CommandFailure("there is no setting \"" + key + "\"; corvane config lists them", kUsage);
+}
+
+std::string valueText(const Setting& setting) {
+    if (setting.isFlag) return corvaneUserDefaults().boolForKey(setting.key) ? "yes" : "no";
+    return std::to_string(corvaneUserDefaults().integerForKey(setting.key));
+}
+
+std::optional<bool> flagFromText(std::string_view text) {
+    for (const std::string_view word : {"yes", "true", "on", "1"}) {
+        if (text == word) return true;
+    }
+    for (const std::string_view word : {"no", "false", "off", "0"}) {
+        if (text == word) return false;
+    }
+    return std::nullopt;
+}
+
+PropertyList valueFromText(const Setting& setting, const std::string& text) {
+    if (setting.isFlag) {
+        if (const auto flag = flagFromText(text)) return {*flag};
+        throw CommandFailure(setting.key + " takes yes or no, not \"" + text + "\"", kUsage);
+    }
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isWhole = error == std::errc() && end == text.data() + text.size();
+    if (isWhole && number >= 0 && number <= setting.largest) return {number};
+    throw CommandFailure(setting.key + " takes a number from 0 to " + std::to_string(setting.largest) +
+                             ", not \"" + text + "\"",
+                         kUsage);
+}
+
+nlohmann::json valueJson(const Setting& setting) {
+    if (setting.isFlag) return corvaneUserDefaults().boolForKey(setting.key);
+    return corvaneUserDefaults().integerForKey(setting.key);
+}
+
+void printSettings(Program& program, const std::vector<Setting>& shown) {
+    if (program.options.json) {
+        nlohmann::json object = nlohmann::json::object();
+        for (const Setting& setting : shown) object[setting.key] = valueJson(setting);
+        return program.printData(object.dump());
+    }
+    for (const Setting& setting : shown) {
+        program.printLine(shown.size() == 1 ? valueText(setting) : setting.key + " " + valueText(setting));
+    }
+}
+
+struct ConfigOptions {
+    std::string key;
+    std::string value;
+    bool unset = false;
+};
+
+void runConfig(Program& program, const ConfigOptions& options) {
+    if (options.key.empty()) {
+        if (options.unset) throw CommandFailure("--unset takes the key of a setting", kUsage);
+        return printSettings(program, settings());
+    }
+    const Setting setting = settingWithKey(options.key);
+    if (options.unset && !options.value.empty()) {
+        throw CommandFailure("a value and --unset exclude each other", kUsage);
+    }
+    if (options.value.empty() && !options.unset) return printSettings(program, {setting});
+    const bool written =
+        options.unset ? corvaneUserDefaults().removeObjectForKey(setting.key)
+                      : corvaneUserDefaults().setObject(setting.key, valueFromText(setting, options.value));
+    if (!written) throw CommandFailure("the settings could not be written");
+}
+
+}  // namespace
+
+void addConfigCommand(CLI::App& app, Program& program) {
+    const auto options = std::make_shared<ConfigOptions>();
+    CLI::App& command = *app.add_subcommand("config", "List, show and change the shared settings");
+    command.add_option("key", options->key, "A setting");
+    command.add_option("value", options->value, "What to set it to");
+    command.add_flag("--unset", options->unset, "Go back to the default");
+    command.callback([&program, options] { runConfig(program, *options); });
+}
+
+}  // namespace corvane

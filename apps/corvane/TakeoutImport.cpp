@@ -1,0 +1,124 @@
+// Tasks from Google Tasks' Takeout: JSON with lists under "items", each with its tasks under "items".
+#include <map>
+
+#include <nlohmann/json.hpp>
+
+#include "apps/corvane/TaskImport.h"
+#include "dates/Rfc3339.h"
+#include "platform/foundation/Calendar.h"
+#include "platform/foundation/Text.h"
+
+namespace corvane {
+namespace {
+
+using Json = nlohmann::json;
+
+constexpr std::size_t kDeepest = 64;
+
+std::u16string textAt(const Json& object, const char* key) {
+    const auto found = object.find(key);
+    if (found == object.end() || !found->is_string()) return {};
+    return textFromUtf8(found->get_ref<const std::string&>());
+}
+
+bool flagAt(const Json& object, const char* key) {
+    const auto found = object.find(key);
+    return found != object.end() && found->is_boolean() && found->get<bool>();
+}
+
+// RFC 3339 with or without a fraction of a second.
+std::optional<Date> dateAt(const Json& object, const char* key) {
+    std::u16string text = textAt(object, key);
+    const std::size_t fraction = text.find(u'.');
+    if (fraction != std::u16string::npos) text.erase(fraction);
+    if (!text.ends_with(u'Z')) text += u'Z';
+    text.insert(text.size() - 1, u".000");
+    return dateFromRfc3339(text);
+}
+
+// A due date is a day, written as its midnight in UTC.
+std::optional<Date> dueDayAt(const Json& object, const char* key) {
+    const std::optional<Date> midnight = dateAt(object, key);
+    if (!midnight) return std::nullopt;
+    const Calendar utc(cctz::utc_time_zone(), kSunday);
+    return Calendar::current().startOfDay(utc.civilDay(*midnight));
+}
+
+ImportedTask taskFromJson(const Json& object) {
+    ImportedTask task;
+    task.name = readableText(textAt(object, "title"));
+    task.notes = readableText(textAt(object, "notes"));
+    task.dueDate = dueDayAt(object, "due");
+    task.completed = textAt(object, "status") == u"completed";
+    if (task.completed) task.completedDate = dateAt(object, "completed");
+    return task;
+}
+
+class TakeoutReader {
+  public:
+    explicit TakeoutReader(Import& import) : import_(import) {}
+
+    // Children stand anywhere among the items, and name their parents.
+    void readList(const Json& object) {
+        ImportedList list;
+        list.name = textAt(object, "title");
+        std::map<std::u16string, std::size_t> places;
+        std::vector<std::u16string> parents;
+        const auto items = object.find("items");
+        if (items != object.end() && items->is_array()) {
+            for (const Json& item : *items) {
+                if (!item.is_object() || !addTask(list, item)) continue;
+                places.emplace(textAt(item, "id"), parents.size());
+                parents.push_back(textAt(item, "parent"));
+            }
+        }
+        for (std::size_t i = 0; i < parents.size(); ++i) {
+            const auto parent = parents[i].empty() ? places.end() : places.find(parents[i]);
+            if (parent != places.end()) list.tasks[i].parent = parent->second;
+        }
+        import_.lists.push_back(inTreeOrder(std::move(list)));
+    }
+
+  private:
+    bool addTask(ImportedList& list, const Json& object) {
+        if (flagAt(object, "deleted")) return false;
+        ImportedTask task = taskFromJson(object);
+        if (task.name.empty()) {
+            import_.problems.emplace_back("a task without a title was left out");
+            return false;
+        }
+        list.tasks.push_back(std::move(task));
+        return true;
+    }
+
+    Import& import_;
+};
+
+// The parser recurses, so that the depth is bounded before it runs away.
+std::optional<Json> parse(std::string_view text) {
+    std::size_t deepest = 0;
+    const Json::parser_callback_t watch = [&](int depth, Json::parse_event_t, Json&) {
+        deepest = std::max(deepest, static_cast<std::size_t>(depth));
+        return deepest <= kDeepest;
+    };
+    Json json = Json::parse(text.begin(), text.end(), watch, false);
+    if (json.is_discarded() || deepest > kDeepest) return std::nullopt;
+    return json;
+}
+
+}  // namespace
+
+ImportResult importFromTakeout(std::string_view json) {
+    const std::optional<Json> root = parse(json);
+    if (!root) return std::string("the file is no JSON that can be read");
+    const auto lists = root->find("items");
+    if (lists == root->end() || !lists->is_array()) return std::string("the file holds no task lists");
+    Import import;
+    TakeoutReader reader(import);
+    for (const Json& list : *lists) {
+        if (list.is_object()) reader.readList(list);
+    }
+    return import;
+}
+
+}  // namespace corvane

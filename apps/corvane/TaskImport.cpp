@@ -1,0 +1,120 @@
+#include "apps/corvane/TaskImport.h"
+
+#include <algorithm>
+
+#include "model/GTask.h"
+#include "platform/foundation/RegularExpression.h"
+#include "text/HtmlText.h"
+
+namespace corvane {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool looksLikeHtml(std::u16string_view text) {
+    // A tag of the texts that arrive as HTML, or a character reference.
+    static const auto html = RegularExpression::compile(
+        u"[\\s\\S]*(?:</?(?:a|b|i|u|p|q|br|em|li|ol|ul|div|span|strong|h[1-6])(?:\\s[^<>]*)?/?>"
+        u"|&(?:#\\d{1,5}|#[xX][0-9a-fA-F]{1,4}|amp|lt|gt|quot|apos|nbsp);)[\\s\\S]*",
+        true);
+    const bool mayBe = text.find_first_of(u"<&") != std::u16string_view::npos;
+    return mayBe && html && html->matches(text).value_or(false);
+}
+
+void setRepeatDetail(GTask& task, const RepeatRule& rule) {
+    task.setWeeklyRepeatWeekdays(rule.weekdays);
+    task.setMonthlyRepeatWeekdayOrdinal(rule.ordinal, rule.dayKind);
+}
+
+void fill(GTask& task, const ImportedTask& imported) {
+    task.setName(imported.name);
+    if (!imported.notes.empty()) task.setNotes(imported.notes);
+    task.setPriority(imported.priority);
+    if (imported.dueDate) {
+        const RepeatRule& rule = imported.repeat;
+        task.setDueDate(imported.dueDate, !imported.hasDueTime, rule.kind, rule.interval);
+        setRepeatDetail(task, rule);
+        if (imported.alertDate) task.setDateAlert(imported.alertDate);
+    }
+    task.setCompleted(imported.completed);
+    task.setCompletedDate(imported.completedDate);
+    task.updateLastModified();
+}
+
+// Follows the parents of each task once; a task that is met again on its own way up is in a circle.
+void openCircles(std::vector<ImportedTask>& tasks) {
+    enum class State : std::uint8_t { kUnknown, kOnTheWay, kSound };
+    std::vector<State> states(tasks.size(), State::kUnknown);
+    std::vector<std::size_t> way;
+    for (std::size_t i = 0; i < tasks.size(); ++i) {
+        way.clear();
+        std::optional<std::size_t> task = i;
+        for (; task && states[*task] == State::kUnknown; task = tasks[*task].parent) {
+            states[*task] = State::kOnTheWay;
+            way.push_back(*task);
+        }
+        if (task && states[*task] == State::kOnTheWay) tasks[*task].parent.reset();
+        for (const std::size_t sound : way) states[sound] = State::kSound;
+    }
+}
+
+}  // namespace
+
+std::size_t Import::taskCount() const {
+    std::size_t count = 0;
+    for (const ImportedList& list : lists) count += list.tasks.size();
+    return count;
+}
+
+ImportResult importFromData(std::string_view data) {
+    if (data.starts_with(kByteOrderMark)) data.remove_prefix(kByteOrderMark.size());
+    const std::size_t start = data.find_first_not_of(" \t\r\n");
+    if (start == std::string_view::npos) return std::string("the file is empty");
+    const std::string_view rest = data.substr(start);
+    if (rest.starts_with('{')) return importFromTakeout(rest);
+    if (rest.starts_with("BEGIN:VCALENDAR")) return importFromCalendar(rest);
+    return importFromText(data);
+}
+
+ImportedList inTreeOrder(ImportedList list) {
+    openCircles(list.tasks);
+    std::vector<std::vector<std::size_t>> children(list.tasks.size());
+    std::vector<std::size_t> waiting;
+    for (std::size_t i = list.tasks.size(); i-- > 0;) {
+        (list.tasks[i].parent ? children[*list.tasks[i].parent] : waiting).push_back(i);
+    }
+    ImportedList ordered;
+    ordered.name = std::move(list.name);
+    std::vector<std::size_t> newPlace(list.tasks.size());
+    while (!waiting.empty()) {
+        const std::size_t i = waiting.back();
+        waiting.pop_back();
+        waiting.insert(waiting.end(), children[i].begin(), children[i].end());
+        newPlace[i] = ordered.tasks.size();
+        ImportedTask& task = list.tasks[i];
+        if (task.parent) task.parent = newPlace[*task.parent];
+        ordered.tasks.push_back(std::move(task));
+    }
+    return ordered;
+}
+
+std::u16string readableText(std::u16string_view text) {
+    return looksLikeHtml(text) ? stringByConvertingHTMLToPlainText(text) : std::u16string(text);
+}
+
+void addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks) {
+    const std::vector<GTask*> roots = list.orderedRootTasks();
+    GTask* lastRoot = roots.empty() ? nullptr : roots.back();
+    std::vector<GTask*> added;
+    std::vector<GTask*> lastChildren(tasks.size(), nullptr);
+    for (const ImportedTask& imported : tasks) {
+        GTask* parent = imported.parent ? added[*imported.parent] : nullptr;
+        GTask*& previous = imported.parent ? lastChildren[*imported.parent] : lastRoot;
+        GTask& task = GTask::insertNewTaskToList(list, parent, previous);
+        fill(task, imported);
+        previous = &task;
+        added.push_back(&task);
+    }
+}
+
+}  // namespace corvane
