@@ -11,7 +11,13 @@ namespace {
 constexpr std::size_t kMaximumAddedBlocks = 100'000;
 
 // Hosts turn a wait into milliseconds of 32 bits or into a timespec; 20 days fit everywhere.
-constexpr TimeInterval kMaximumDelay{20.0 * 86'400};
+constexpr TimeInterval kMaximumWait{20.0 * 86'400};
+
+std::chrono::nanoseconds boundedWait(TimeInterval wait) {
+    const bool isPositive = wait > TimeInterval::zero();  // what is no number counts as none
+    const TimeInterval bounded = isPositive ? std::min(wait, kMaximumWait) : TimeInterval::zero();
+    return std::chrono::round<std::chrono::nanoseconds>(bounded);
+}
 
 }  // namespace
 
@@ -21,16 +27,14 @@ bool MainQueue::Entry::runsAfter(const Entry& other) const {
 }
 
 void MainQueue::after(TimeInterval delay, Block block) {
-    const bool isPositive = delay > TimeInterval::zero();  // a delay that is no number counts as none
-    const TimeInterval wait = isPositive ? std::min(delay, kMaximumDelay) : TimeInterval::zero();
-    entries_.push_back({now() + wait, nextSequence_++, std::move(block)});
+    entries_.push_back({now() + boundedWait(delay), nextSequence_++, std::move(block)});
     std::ranges::push_heap(entries_, [](const Entry& a, const Entry& b) { return a.runsAfter(b); });
     if (onBlockAdded) onBlockAdded();
 }
 
 std::optional<TimeInterval> MainQueue::timeUntilNextBlock() const {
     if (entries_.empty()) return std::nullopt;
-    return std::max(entries_.front().due - now(), TimeInterval::zero());
+    return std::max(entries_.front().due - now(), QueueTime::zero());
 }
 
 int MainQueue::runDueBlocks() {
@@ -47,10 +51,10 @@ void MainQueue::drain() {
 
 void MainQueue::advance(TimeInterval interval) {
     manualNow_ = now();
-    const TimeInterval target = *manualNow_ + interval;
+    const QueueTime target = *manualNow_ + boundedWait(interval);
     const std::size_t bound = entries_.size() + kMaximumAddedBlocks;
     for (std::size_t count = 0; count < bound && !entries_.empty(); ++count) {
-        const TimeInterval due = entries_.front().due;
+        const QueueTime due = entries_.front().due;
         if (due > target) break;
         manualNow_ = std::max(*manualNow_, due);
         runNext(due);
@@ -58,12 +62,11 @@ void MainQueue::advance(TimeInterval interval) {
     manualNow_ = target;
 }
 
-TimeInterval MainQueue::now() const {
-    if (manualNow_) return *manualNow_;
-    return std::chrono::duration_cast<TimeInterval>(std::chrono::steady_clock::now().time_since_epoch());
+MainQueue::QueueTime MainQueue::now() const {
+    return manualNow_ ? *manualNow_ : QueueTime(std::chrono::steady_clock::now().time_since_epoch());
 }
 
-bool MainQueue::runNext(std::optional<TimeInterval> until) {
+bool MainQueue::runNext(std::optional<QueueTime> until) {
     if (entries_.empty() || (until && entries_.front().due > *until)) return false;
     std::ranges::pop_heap(entries_, [](const Entry& a, const Entry& b) { return a.runsAfter(b); });
     const Block block = std::move(entries_.back().block);

@@ -1,6 +1,7 @@
 // The main queue: blocks that run later, in the order of their times, on the program's one thread.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -27,27 +28,30 @@ class MainQueue {
     /// number of blocks when they keep adding themselves.
     void drain();
 
-    /// Moves this queue's time on by hand and runs what falls due. Queue time follows the steady clock until
-    /// the first call.
+    /// Moves this queue's time on by hand (at most 20 days) and runs what falls due. Queue time follows the
+    /// steady clock until the first call.
     void advance(TimeInterval interval);
 
     /// Called whenever a block is added: a host arms its own timer there.
     std::function<void()> onBlockAdded;
 
   private:
+    /// Whole nanoseconds, so that steps by hand add up exactly.
+    using QueueTime = std::chrono::nanoseconds;
+
     struct Entry {
-        TimeInterval due;
+        QueueTime due;
         std::uint64_t sequence;
         Block block;
 
         bool runsAfter(const Entry& other) const;
     };
-    TimeInterval now() const;
-    bool runNext(std::optional<TimeInterval> until);
+    QueueTime now() const;
+    bool runNext(std::optional<QueueTime> until);
 
     std::vector<Entry> entries_;  ///< a heap, the earliest first
     std::uint64_t nextSequence_ = 0;
-    std::optional<TimeInterval> manualNow_;
+    std::optional<QueueTime> manualNow_;
 };
 
 }  // namespace corvane

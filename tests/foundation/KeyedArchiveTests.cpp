@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -24,24 +23,26 @@ std::string reference(std::string_view index) {
 
 // The printed components of the rows below, in Base64.
 std::string base64Of(const std::string& printed) {
-    if (printed == "(0.918 0.5 1)") return "MC45MTggMC41IDE=";
-    if (printed == "(0.5 0.25 NUL)") return "MC41IDAuMjUA";
+    if (printed == "0.918 0.5 1)") return "MC45MTggMC41IDE=";
+    if (printed == "0.5 0.25 NUL)") return "MC41IDAuMjUA";
     return "cmVk";  // red
 }
 
 // The XML of keys and values: "Real=0.5 Integer=4 Text:name Reference@2 Data(0.5 0.25 NUL)".
-std::string xmlOfKeys(const std::string& keys) {
-    const std::regex kKey("([\\w-]+)([=:@]\\S+|\\([^)]*\\))");
+std::string xmlOfKeys(std::string_view keys) {
     std::string xml;
-    for (std::sregex_iterator key(keys.begin(), keys.end(), kKey), end; key != end; ++key) {
-        const std::string mark = (*key)[2];
-        const std::string value = mark.substr(1);
+    while (!keys.empty()) {
+        const std::size_t at = keys.find_first_of("=:@(");
+        const char mark = keys[at];
+        const std::size_t end = mark == '(' ? keys.find(')') + 1 : std::min(keys.find(' '), keys.size());
+        const std::string value(keys.substr(at + 1, end - at - 1));
         const bool isInteger = value.find_first_not_of("0123456789") == std::string::npos;
-        xml += element("key", (*key)[1].str());
-        if (mark[0] == '=') xml += element(isInteger ? "integer" : "real", value);
-        if (mark[0] == ':') xml += element("string", value);
-        if (mark[0] == '@') xml += reference(value);
-        if (mark[0] == '(') xml += element("data", base64Of(mark));
+        xml += element("key", keys.substr(0, at));
+        if (mark == '=') xml += element(isInteger ? "integer" : "real", value);
+        if (mark == ':') xml += element("string", value);
+        if (mark == '@') xml += reference(value);
+        if (mark == '(') xml += element("data", base64Of(value));
+        keys.remove_prefix(std::min(end + 1, keys.size()));
     }
     return xml;
 }

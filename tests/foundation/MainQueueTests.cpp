@@ -39,6 +39,17 @@ TEST(MainQueue, AdvancesThroughTheMomentsOfItsBlocks) {
     EXPECT_EQ(ran, "inner later ");
 }
 
+TEST(MainQueue, AddsSmallStepsUpExactly) {
+    MainQueue queue;
+    bool hasRun = false;
+    queue.advance(0s);
+    queue.after(TimeInterval(0.3), [&] { hasRun = true; });
+    for (int step = 0; step < 2; ++step) queue.advance(TimeInterval(0.1));
+    EXPECT_FALSE(hasRun);
+    queue.advance(TimeInterval(0.1));
+    EXPECT_TRUE(hasRun);
+}
+
 TEST(MainQueue, DrainsWhatBlocksAdd) {
     MainQueue queue;
     std::string ran;
