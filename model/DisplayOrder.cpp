@@ -34,6 +34,11 @@ bool isSound(std::span<GTask* const> order) {
     return std::ranges::all_of(order, [&](const GTask* task) { return task->displayOrder() == position++; });
 }
 
+bool isSoundRun(std::span<GTask* const> order, std::int64_t first, std::span<GTask* const> tasks) {
+    if (first < 0 || first + std::ssize(tasks) > std::ssize(order) || !isSound(order)) return false;
+    return std::ranges::equal(order.subspan(static_cast<std::size_t>(first), tasks.size()), tasks);
+}
+
 void renumber(std::span<GTask* const> order, std::int64_t first, std::int64_t end, std::int64_t offset) {
     const auto size = static_cast<std::int64_t>(order.size());
     for (std::int64_t i = std::max<std::int64_t>(first, 0); i < std::min(end, size); ++i) {

@@ -29,6 +29,9 @@ void sortByDisplayOrder(std::vector<GTask*>& order);
 
 bool isSound(std::span<GTask* const> order);
 
+/// Whether the order is sound and holds these tasks one behind the other from `first` on.
+bool isSoundRun(std::span<GTask* const> order, std::int64_t first, std::span<GTask* const> tasks);
+
 /// Sets the task at index i to position i + offset, for i from `first` to before `end`.
 void renumber(std::span<GTask* const> order, std::int64_t first, std::int64_t end, std::int64_t offset);
 

@@ -33,14 +33,24 @@ void copyFields(const GTask& source, GTask& copy) {
     copy.setCollapsed(source.collapsed());
 }
 
-/// Copies of a tree's tasks, placed below the copy of its first one. Every copy is inserted as a new task
-/// behind its siblings; the list is read once for all of them.
-class SubTaskCopies {
+/// Copies of a tree's tasks. Every copy is inserted as a new task, those below the first one behind their
+/// siblings; the list is read once for all of them.
+class TreeCopy {
   public:
-    SubTaskCopies(GList& list, const std::vector<TaskInTree>& sources, GTask& firstCopy)
-        : list_(list), sources_(sources), copies_{&firstCopy}, order_(list.orderedAllTasks()) {}
+    TreeCopy(GList& list, const std::vector<TaskInTree>& sources)
+        : list_(list), sources_(sources), order_(list.orderedAllTasks()) {}
 
-    void insertAll() {
+    GTask& insertAt(const TaskPlace& place) {
+        GTask& first = insertNext(order_, positionOfNewTask(place), place.parent);
+        list_.resetOrderedAllTasks();
+        if (sources_.size() > 1) insertSubTasks();
+        return first;
+    }
+
+  private:
+    void insertSubTasks() {
+        if (!copies_.front()->removed()) order_.push_back(copies_.front());
+        readAgain(order_, list_);
         if (formRun()) {
             insertRun();
         } else {
@@ -49,7 +59,6 @@ class SubTaskCopies {
         list_.resetOrderedAllTasks();
     }
 
-  private:
     // In a sound order each copy lands right behind the one before it, so that what stands behind them all
     // moves once. The subtasks of a removed task do not stand below its copy.
     bool formRun() const {
@@ -95,11 +104,7 @@ class SubTaskCopies {
 GTask& GTask::cloneToList(GList& list, GTask* parentTask, GTask* previousTask) {
     // Taken before the copy exists: a copy below one of the task's own descendants is not copied itself.
     const std::vector<TaskInTree> sources = liveTree(*this);
-    const TaskPlace place = placeOfNewTask(list, parentTask, previousTask, this);
-    GTask& copy = insertNewTaskToList(list, place.parent, place.previous);
-    copyFields(*this, copy);
-    if (sources.size() > 1) SubTaskCopies(list, sources, copy).insertAll();
-    return copy;
+    return TreeCopy(list, sources).insertAt(placeOfNewTask(list, parentTask, previousTask, this));
 }
 
 }  // namespace corvane

@@ -1,19 +1,34 @@
 #include <algorithm>
+#include <iterator>
 
 #include "model/DisplayOrder.h"
 #include "model/GList.h"
 #include "model/GTask.h"
+#include "model/TaskPlace.h"
 #include "model/TaskTree.h"
 #include "platform/store/ManagedObjectContext.h"
 
 namespace corvane {
 namespace {
 
-/// Marks a task removed and closes its gap in the order, which may still hold it.
-void takeOutOfOrder(const std::vector<GTask*>& order, GTask& task) {
-    constexpr std::int64_t kToItsIndex = 0;
+constexpr std::int64_t kToItsIndex = 0;
+
+void closeGap(const std::vector<GTask*>& order, std::int64_t position) {
+    renumber(order, position, std::ssize(order), kToItsIndex);
+}
+
+/// Marks a task removed. @return the list's order afterwards, which a cache of the list may know only as it
+/// was before
+std::vector<GTask*> orderAfterRemoving(GTask& task, const GList& list) {
+    if (list.useCachedOrderedAllTasks()) {
+        task.setRemoved(true);
+        return list.orderedAllTasks();
+    }
+    // Read before there is a change that the reading would have to judge.
+    std::vector<GTask*> order = list.orderedAllTasks();
     task.setRemoved(true);
-    renumber(order, task.displayOrder(), static_cast<std::int64_t>(order.size()), kToItsIndex);
+    std::erase(order, &task);
+    return order;
 }
 
 /// What follows for a removed task: its children go to its parent, and it leaves the store unless a server
@@ -30,61 +45,60 @@ void leaveTree(GTask& task, bool purge) {
     context->deleteObject(task);
 }
 
-/// Whether the order holds these tasks one behind the other from `position` on.
-bool isRun(const std::vector<GTask*>& order, std::size_t position, std::span<const TaskInTree> tasks) {
-    if (position > order.size() || order.size() - position < tasks.size()) return false;
-    return std::ranges::equal(tasks, std::span(order).subspan(position, tasks.size()), {}, &TaskInTree::task);
-}
-
 // In a sound order each of them has moved to `position` by the time of its own deletion, and what stands
 // behind them all moves once.
-void deleteRun(std::vector<GTask*> order, std::int16_t position, std::span<const TaskInTree> tasks,
-               bool purge) {
-    constexpr std::int64_t kToItsIndex = 0;
-    for (const TaskInTree& entry : tasks) {
-        entry.task->setRemoved(true);
-        entry.task->setDisplayOrder(position);
-        leaveTree(*entry.task, purge);
+void deleteRun(std::vector<GTask*>& order, std::int16_t position, std::span<GTask* const> tasks, bool purge) {
+    for (GTask* task : tasks) {
+        task->setRemoved(true);
+        task->setDisplayOrder(position);
+        leaveTree(*task, purge);
     }
     const auto first = order.begin() + position;
-    order.erase(first, first + static_cast<std::ptrdiff_t>(tasks.size()));
-    renumber(order, position, static_cast<std::int64_t>(order.size()), kToItsIndex);
+    order.erase(first, first + std::ssize(tasks));
+    closeGap(order, position);
 }
 
-void deleteOneByOne(std::vector<GTask*> order, const GList* list, std::span<const TaskInTree> tasks,
+void deleteOneByOne(std::vector<GTask*>& order, const GList* list, std::span<GTask* const> tasks,
                     bool purge) {
-    for (const TaskInTree& entry : tasks) {
-        if (entry.task->list() != list) {
-            entry.task->deleteTask(purge);
+    for (GTask* task : tasks) {
+        if (task->list() != list) {
+            task->deleteTask(purge);
             continue;
         }
-        std::erase(order, entry.task);
-        takeOutOfOrder(order, *entry.task);
-        leaveTree(*entry.task, purge);
+        task->setRemoved(true);
+        std::erase(order, task);
+        closeGap(order, task->displayOrder());
+        leaveTree(*task, purge);
         sortByDisplayOrder(order);
     }
 }
 
-}  // namespace
-
-void GTask::deleteTask(bool purge) {
-    setRemoved(true);
-    if (GList* owner = list()) {
-        takeOutOfOrder(owner->orderedAllTasks(), *this);
-        owner->resetOrderedAllTasks();
+/// Deletes one task. @return the list's order afterwards
+std::vector<GTask*> deleteAlone(GTask& task, bool purge) {
+    std::vector<GTask*> order;
+    if (GList* list = task.list()) {
+        order = orderAfterRemoving(task, *list);
+        closeGap(order, task.displayOrder());
+        list->resetOrderedAllTasks();
     }
-    leaveTree(*this, purge);
+    task.setRemoved(true);
+    leaveTree(task, purge);
+    return order;
 }
 
+}  // namespace
+
+void GTask::deleteTask(bool purge) { deleteAlone(*this, purge); }
+
 void GTask::deleteTaskAndSubTasks(bool purge) {
-    const std::vector<TaskInTree> tree = liveTree(*this);
-    const std::span<const TaskInTree> subTasks = std::span(tree).subspan(1);
+    const std::vector<GTask*> tree = tasksOf(liveTree(*this));
+    const std::span<GTask* const> subTasks = std::span(tree).subspan(1);
     GList* owner = list();
     const std::int16_t position = displayOrder();
-    deleteTask(purge);
+    std::vector<GTask*> order = deleteAlone(*this, purge);
     if (subTasks.empty()) return;
-    const std::vector<GTask*> order = owner ? owner->orderedAllTasks() : std::vector<GTask*>();
-    if (isSound(order) && isRun(order, static_cast<std::size_t>(position), subTasks)) {
+    if (owner) readAgain(order, *owner);
+    if (isSoundRun(order, position, subTasks)) {
         deleteRun(order, position, subTasks, purge);
     } else {
         deleteOneByOne(order, owner, subTasks, purge);

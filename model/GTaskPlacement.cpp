@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <iterator>
+
 #include "model/DisplayOrder.h"
 #include "model/GList.h"
 #include "model/GTask.h"
@@ -44,19 +47,27 @@ void moveWithinOrder(const std::vector<GTask*>& order, GTask& task, const TaskPl
     task.setParentTask(place.parent);
 }
 
-/// What another reading of the list's order gives after a move.
-void readAgain(std::vector<GTask*>& order, const GList& list) {
-    if (list.useCachedOrderedAllTasks()) {
-        order = list.orderedAllTasks();
-    } else {
-        sortByDisplayOrder(order);
-    }
+// Each child in turn becomes the first one of the parent, the last child first. In a sound order that comes
+// down to the run of them all going in before the parent's other children.
+bool liftRun(std::vector<GTask*>& order, const std::vector<GTask*>& children, GTask& task,
+             const GList& list) {
+    GTask* parent = task.parentTask();
+    if (list.useCachedOrderedAllTasks() || (parent && !isLiveIn(list, parent))) return false;
+    const std::vector<GTask*> tree = tasksOf(liveTree(task));
+    const std::int64_t old = task.displayOrder();
+    const std::int64_t first = parent ? parent->displayOrder() + 1 : 0;
+    if (first > old || !isSoundRun(order, old, tree)) return false;
+    std::rotate(order.begin() + first, order.begin() + old + 1, order.begin() + old + std::ssize(tree));
+    for (GTask* child : children) child->setParentTask(parent);
+    constexpr std::int64_t kToItsIndex = 0;
+    renumber(order, first, old + std::ssize(tree), kToItsIndex);
+    return true;
 }
 
 /// Moves the children up one level, to before the task's own siblings.
-void liftSubTasks(GTask& task, const GList& list) {
-    std::vector<GTask*> order = list.orderedAllTasks();
+void liftSubTasks(std::vector<GTask*>& order, GTask& task, GList& list) {
     const std::vector<GTask*> children = liveSubTasksInOrder(task);
+    if (liftRun(order, children, task, list)) return list.resetOrderedAllTasks();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
         moveWithinOrder(order, **child, placeOfMovedTask(**child, list, task.parentTask(), nullptr));
         readAgain(order, list);
@@ -79,12 +90,13 @@ GTask& GTask::moveToList(GList& list, GTask* parentTask, GTask* previousTask) {
         return copy;
     }
     TaskPlace place = placeOfMovedTask(*this, list, parentTask, previousTask);
+    std::vector<GTask*> order = list.orderedAllTasks();
     if (place.parent && place.parent->hasParent(this)) {
-        liftSubTasks(*this, list);
+        liftSubTasks(order, *this, list);
         // Only below a removed task can the place still lie in the subtree: no circle of parents comes of it.
         if (place.parent->hasParent(this)) place = {};
     }
-    moveWithinOrder(list.orderedAllTasks(), *this, place);
+    moveWithinOrder(order, *this, place);
     return *this;
 }
 

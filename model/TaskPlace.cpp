@@ -36,6 +36,15 @@ std::int64_t positionOfNewTask(const TaskPlace& place) {
     return place.parent ? place.parent->displayOrder() + 1 : 0;
 }
 
+// A reading would have to judge every task that was changed.
+void readAgain(std::vector<GTask*>& order, const GList& list) {
+    if (list.useCachedOrderedAllTasks()) {
+        order = list.orderedAllTasks();
+    } else {
+        sortByDisplayOrder(order);
+    }
+}
+
 GTask& insertNewTask(GList& list, const std::vector<GTask*>& order, std::int64_t position, GTask* parent) {
     constexpr std::int64_t kOneFurther = 1;
     renumber(order, position, static_cast<std::int64_t>(order.size()), kOneFurther);

@@ -26,6 +26,9 @@ TaskPlace placeOfNewTask(const GList& list, GTask* parentTask, GTask* previousTa
 /// The position that a new task takes there.
 std::int64_t positionOfNewTask(const TaskPlace& place);
 
+/// What another reading of the list's order gives, after positions were changed or tasks added at the end.
+void readAgain(std::vector<GTask*>& order, const GList& list);
+
 /// Makes a new task at a position, moving up what stands from there on in `order`. The task is no part of
 /// `order`, and the list keeps its cache.
 GTask& insertNewTask(GList& list, const std::vector<GTask*>& order, std::int64_t position, GTask* parent);

@@ -1,6 +1,7 @@
 #include "model/TaskTree.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "model/DisplayOrder.h"
 
@@ -32,6 +33,12 @@ std::vector<TaskInTree> liveTree(GTask& task, const ParentTasks* parentTasks) {
         }
     }
     return tree;
+}
+
+std::vector<GTask*> tasksOf(const std::vector<TaskInTree>& tree) {
+    std::vector<GTask*> tasks;
+    std::ranges::transform(tree, std::back_inserter(tasks), &TaskInTree::task);
+    return tasks;
 }
 
 }  // namespace corvane

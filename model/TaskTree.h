@@ -26,4 +26,6 @@ struct TaskInTree {
 /// @param parentTasks  only tasks among them are asked for their children; null: every one
 std::vector<TaskInTree> liveTree(GTask& task, const ParentTasks* parentTasks = nullptr);
 
+std::vector<GTask*> tasksOf(const std::vector<TaskInTree>& tree);
+
 }  // namespace corvane
