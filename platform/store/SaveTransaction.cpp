@@ -58,21 +58,16 @@ SaveTransaction::~SaveTransaction() {
 }
 
 std::int64_t SaveTransaction::takeKeys(const EntityDescription& entity, std::int64_t count) {
-    std::optional<SqliteStatement> select =
-        prepare("SELECT max(IFNULL(CAST(Z_MAX AS INTEGER), 0), IFNULL((SELECT max(Z_PK) FROM " +
-                entity.table() + "), 0), 0) FROM Z_PRIMARYKEY WHERE Z_ENT = ?");
     std::optional<SqliteStatement> raise = prepare("UPDATE Z_PRIMARYKEY SET Z_MAX = ? WHERE Z_ENT = ?");
-    if (!select || !raise) return 0;
-    const std::int64_t number = store_.schema_.entityNumber(entity);
-    select->bindInteger(1, number);
-    const Step step = select->step();
-    const std::int64_t last = step == Step::kRow ? select->integer(0) : kLargest;
-    if (step == Step::kError) fail(store_.lastError());
-    if (last > kLargest - count) fail({StoreError::Kind::kFailed, "The store has no row number left."});
-    if (failed()) return 0;
-    raise->bindInteger(1, last + count);
-    raise->bindInteger(2, number);
-    return run(*raise) ? last + 1 : 0;
+    const std::optional<std::int64_t> last = lastKey(entity);
+    if (!raise || !last) return 0;
+    if (*last > kLargest - count) {
+        fail({StoreError::Kind::kFailed, "The store has no row number left."});
+        return 0;
+    }
+    raise->bindInteger(1, *last + count);
+    raise->bindInteger(2, store_.schema_.entityNumber(entity));
+    return run(*raise) ? *last + 1 : 0;
 }
 
 void SaveTransaction::insertRow(const EntityDescription& entity, std::int64_t key,
@@ -180,6 +175,20 @@ bool SaveTransaction::run(SqliteStatement& statement) {
     if (!isDone) fail(store_.lastError());
     statement.reset();
     return isDone;
+}
+
+// The highest number that was ever given. Tools leave Z_MAX behind the rows that they insert.
+std::optional<std::int64_t> SaveTransaction::lastKey(const EntityDescription& entity) {
+    auto statement = prepare("SELECT max(IFNULL(CAST(Z_MAX AS INTEGER), 0), IFNULL((SELECT max(Z_PK) FROM " +
+                             entity.table() + "), 0), 0) FROM Z_PRIMARYKEY WHERE Z_ENT = ?");
+    if (!statement) return std::nullopt;
+    statement->bindInteger(1, store_.schema_.entityNumber(entity));
+    const Step step = statement->step();
+    if (step == Step::kRow) return statement->integer(0);
+    const bool isMissing = step == Step::kDone;
+    fail(isMissing ? StoreError{StoreError::Kind::kFailed, "The store does not count the rows of its tables."}
+                   : store_.lastError());
+    return std::nullopt;
 }
 
 SaveTransaction::Insertion* SaveTransaction::insertionInto(const EntityDescription& entity) {

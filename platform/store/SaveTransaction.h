@@ -68,6 +68,7 @@ class SaveTransaction {
     void begin();
     std::optional<SqliteStatement> prepare(const std::string& sql);
     bool run(SqliteStatement& statement);
+    std::optional<std::int64_t> lastKey(const EntityDescription& entity);
     Insertion* insertionInto(const EntityDescription& entity);
     SqliteStatement* updateOf(ColumnSet columns);
     ColumnSet presentColumns(const EntityDescription& entity, const std::vector<ChangedValue>& values) const;

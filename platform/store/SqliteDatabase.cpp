@@ -35,11 +35,10 @@ StoreError::Kind kindOfCode(int code) {
     }
 }
 
-// A URI, as a path may begin with "file:" and the way of access is a parameter. Characters that mean
-// something in a URI are escaped.
+// A URI, since the way of access is a parameter. Characters that mean something in a URI are escaped.
 std::string uriOfFile(const std::filesystem::path& file, SqliteDatabase::Access access) {
-    std::string uri = "file:";
-    for (const char c : std::filesystem::absolute(file).lexically_normal().string()) {
+    std::string uri = "file://";
+    for (const char c : std::filesystem::absolute(file).string()) {
         if (c == '%') {
             uri += "%25";
         } else if (c == '?') {
@@ -127,10 +126,15 @@ std::optional<StoreError> SqliteDatabase::execute(const std::string& sql) {
 }
 
 std::optional<std::int64_t> SqliteDatabase::integer(std::string_view sql) {
-    auto prepared = prepare(sql);
-    auto* statement = std::get_if<SqliteStatement>(&prepared);
-    if (!statement || statement->step() != SqliteStatement::Step::kRow) return std::nullopt;
-    return statement->integer(0);
+    CachedStatement* statement = statements_->lend(sql);
+    if (!statement) return std::nullopt;
+    std::optional<std::int64_t> value;
+    errno = 0;
+    const int code = sqlite3_step(statement->handle.get());
+    if (code == SQLITE_ROW) value = sqlite3_column_int64(statement->handle.get(), 0);
+    if (code != SQLITE_ROW && code != SQLITE_DONE) statements_->noteError();
+    statements_->takeBack(*statement);
+    return value;
 }
 
 std::int64_t SqliteDatabase::changes() const { return sqlite3_changes64(handle()); }

@@ -48,7 +48,7 @@ class SqliteDatabase {
     std::variant<SqliteStatement, StoreError> prepare(std::string_view sql);
     /// Runs statements that yield no rows.
     [[nodiscard]] std::optional<StoreError> execute(const std::string& sql);
-    /// The first column of the first row; none without a row or on an error.
+    /// The first column of the first row; none without a row or on an error. Not counted as a run.
     std::optional<std::int64_t> integer(std::string_view sql);
     /// Rows that the last statement changed, those changed by triggers left out.
     std::int64_t changes() const;

@@ -24,12 +24,11 @@ std::variant<std::unique_ptr<SqliteStore>, StoreError> SqliteStore::open(
     const PersistentStoreDescription& description, const ManagedObjectModel& model) {
     auto opened = openStore(description, model);
     if (const auto* error = std::get_if<StoreError>(&opened)) return *error;
-    return std::unique_ptr<SqliteStore>(
-        new SqliteStore(description.file, model, std::move(std::get<OpenedStore>(opened))));
+    return std::unique_ptr<SqliteStore>(new SqliteStore(model, std::move(std::get<OpenedStore>(opened))));
 }
 
-SqliteStore::SqliteStore(std::filesystem::path file, const ManagedObjectModel& model, OpenedStore opened)
-    : file_(std::move(file)),
+SqliteStore::SqliteStore(const ManagedObjectModel& model, OpenedStore opened)
+    : file_(std::move(opened.file)),
       identity_(identityOf(file_)),
       model_(model),
       database_(std::move(opened.database)),

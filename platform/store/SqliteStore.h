@@ -39,7 +39,7 @@ class SqliteStore {
     /// Closes without copying the log into the main file and without removing the companions.
     ~SqliteStore();
 
-    const std::filesystem::path& file() const { return file_; }
+    const std::filesystem::path& file() const { return file_; }  ///< absolute
     const std::string& uuid() const { return metadata_.uuid; }
     const ManagedObjectModel& model() const { return model_; }
     /// Why nothing can be saved: persistent history, or a file or directory that cannot be written. Empty
@@ -70,7 +70,7 @@ class SqliteStore {
 
   private:
     friend class SaveTransaction;
-    SqliteStore(std::filesystem::path file, const ManagedObjectModel& model, OpenedStore opened);
+    SqliteStore(const ManagedObjectModel& model, OpenedStore opened);
 
     std::filesystem::path file_;
     FileIdentity identity_;

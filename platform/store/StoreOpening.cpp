@@ -66,16 +66,42 @@ std::optional<StoreError> refuseUnseen(const Path& file) {
     return std::nullopt;
 }
 
+StoreError readingError(const Path& file, Reading reading, const StoreError& reported) {
+    const bool isForeign = reading == Reading::kForeign || reported.kind == StoreError::Kind::kNotAStore;
+    return isForeign ? notAStore(file) : reported;
+}
+
+std::optional<StoreError> lookAt(const PersistentStoreDescription& description,
+                                 const ManagedObjectModel& model, Access access) {
+    const auto opened = SqliteDatabase::open(description.file, access, description.busyTimeout);
+    if (const auto* error = std::get_if<StoreError>(&opened)) return *error;
+    SqliteDatabase& database = *std::get<0>(opened);
+    const Reading reading = StoreSchema::recognise(database, model);
+    if (reading == Reading::kFits) return std::nullopt;
+    return readingError(description.file, reading, storeErrorOf(database.handle()));
+}
+
+// A look that leaves no trace. Most files say in their main part what they are; a young store, or one copied
+// from a device, may have its tables in the log only.
+std::optional<StoreError> recognise(const PersistentStoreDescription& description,
+                                    const ManagedObjectModel& model) {
+    const auto error = lookAt(description, model, Access::kMainFile);
+    if (!error) return std::nullopt;
+    const bool isDamaged = error->kind == StoreError::Kind::kFailed;
+    // Whether a save that died half-way is the damage, only its rollback can tell.
+    if (hasJournal(description.file)) return isDamaged ? std::nullopt : error;
+    if (!hasLog(description.file)) return error;
+    const bool isLockable = allows(description.file, W_OK);
+    const auto logError = lookAt(description, model, isLockable ? Access::kAlone : Access::kUnwritten);
+    // Somebody has it open: an ordinary connection beside theirs changes nothing and can tell.
+    if (logError && logError->kind == StoreError::Kind::kBusy) return std::nullopt;
+    return logError;
+}
+
 struct Connection {
     std::unique_ptr<SqliteDatabase> database;
     StoreSchema schema;
 };
-
-StoreError readingError(const Path& file, Reading reading, const StoreError& reported) {
-    if (reading == Reading::kForeign || reported.kind == StoreError::Kind::kNotAStore) return notAStore(file);
-    if (reported.kind == StoreError::Kind::kFailed) return cannotOpen(file, reported.message);
-    return reported;
-}
 
 std::variant<Connection, StoreError> connect(const PersistentStoreDescription& description,
                                              const ManagedObjectModel& model, Access access) {
@@ -87,22 +113,6 @@ std::variant<Connection, StoreError> connect(const PersistentStoreDescription& d
     return readingError(description.file, reading, storeErrorOf(connection.database->handle()));
 }
 
-// A look that leaves no trace. Most files say in their main part what they are; a young store, or one copied
-// from a device, may have its tables in the log only.
-std::optional<StoreError> recognise(const PersistentStoreDescription& description,
-                                    const ManagedObjectModel& model) {
-    const auto inMainFile = connect(description, model, Access::kMainFile);
-    const auto* error = std::get_if<StoreError>(&inMainFile);
-    if (!error) return std::nullopt;
-    if (!hasLog(description.file) || hasJournal(description.file)) return *error;
-    const bool isLockable = allows(description.file, W_OK);
-    const auto withLog = connect(description, model, isLockable ? Access::kAlone : Access::kUnwritten);
-    const auto* logError = std::get_if<StoreError>(&withLog);
-    // Somebody has it open: an ordinary connection beside theirs changes nothing and can tell.
-    if (!logError || logError->kind == StoreError::Kind::kBusy) return std::nullopt;
-    return *logError;
-}
-
 // Where SQLite cannot have the index of the log beside the file, nobody who writes has it open.
 std::variant<Connection, StoreError> connectUnwritten(const PersistentStoreDescription& description,
                                                       const ManagedObjectModel& model) {
@@ -111,29 +121,28 @@ std::variant<Connection, StoreError> connectUnwritten(const PersistentStoreDescr
 
 std::string placeReason(const Path& file, const SqliteDatabase& database) {
     if (database.isReadOnly()) return "The store's file is read-only.";
-    const Path directory = std::filesystem::absolute(file).parent_path();
-    return allows(directory, W_OK) ? "" : "The store's directory is read-only.";
+    return allows(file.parent_path(), W_OK) ? "" : "The store's directory is read-only.";
 }
 
 bool isForbidden(const StoreError& error) {
     return error.kind == StoreError::Kind::kReadOnly || error.kind == StoreError::Kind::kCannotOpen;
 }
 
-}  // namespace
+std::variant<Connection, StoreError> connectAsAllowed(const PersistentStoreDescription& description,
+                                                      const ManagedObjectModel& model) {
+    auto connected = connect(description, model, Access::kShared);
+    const auto* error = std::get_if<StoreError>(&connected);
+    if (!error || !isForbidden(*error) || hasJournal(description.file)) return connected;
+    return connectUnwritten(description, model);
+}
 
-std::variant<OpenedStore, StoreError> openStore(const PersistentStoreDescription& description,
-                                                const ManagedObjectModel& model) {
+std::variant<OpenedStore, StoreError> openFile(const PersistentStoreDescription& description,
+                                               const ManagedObjectModel& model) {
     const Path& file = description.file;
-    if (file.empty()) return StoreError{StoreError::Kind::kNoLocation, "There is no place for a store."};
     if (auto error = makeWhereMissing(description, model)) return *error;
     if (auto error = refuseUnseen(file)) return *error;
     if (auto error = recognise(description, model)) return *error;
-
-    auto connected = connect(description, model, Access::kShared);
-    if (const auto* error = std::get_if<StoreError>(&connected)) {
-        if (!isForbidden(*error) || hasJournal(file)) return *error;
-        connected = connectUnwritten(description, model);
-    }
+    auto connected = connectAsAllowed(description, model);
     if (const auto* error = std::get_if<StoreError>(&connected)) return *error;
     auto& [database, schema] = std::get<Connection>(connected);
 
@@ -147,7 +156,22 @@ std::variant<OpenedStore, StoreError> openStore(const PersistentStoreDescription
     const std::optional<StoreMetadata> metadata = readStoreMetadata(*database);
     if (!metadata) return database->lastError();
     std::string reason = placeReason(file, *database);
-    return OpenedStore{std::move(database), *metadata, std::move(schema), std::move(reason)};
+    return OpenedStore{file, std::move(database), *metadata, std::move(schema), std::move(reason)};
+}
+
+}  // namespace
+
+std::variant<OpenedStore, StoreError> openStore(PersistentStoreDescription description,
+                                                const ManagedObjectModel& model) {
+    if (description.file.empty()) {
+        return StoreError{StoreError::Kind::kNoLocation, "There is no place for a store."};
+    }
+    // The working directory may change while the store is open.
+    description.file = std::filesystem::absolute(description.file);
+    auto opened = openFile(description, model);
+    const auto* error = std::get_if<StoreError>(&opened);
+    if (!error || error->kind != StoreError::Kind::kFailed) return opened;
+    return cannotOpen(description.file, error->message);
 }
 
 }  // namespace corvane

@@ -16,6 +16,7 @@
 namespace corvane {
 
 struct OpenedStore {
+    std::filesystem::path file;  ///< absolute
     std::unique_ptr<SqliteDatabase> database;
     StoreMetadata metadata;
     StoreSchema schema;
@@ -24,7 +25,7 @@ struct OpenedStore {
 
 /// Makes the file where it is missing and may be made, recognises it and connects to it. A file that is no
 /// store of the model stays as it is, its companions included.
-std::variant<OpenedStore, StoreError> openStore(const PersistentStoreDescription& description,
+std::variant<OpenedStore, StoreError> openStore(PersistentStoreDescription description,
                                                 const ManagedObjectModel& model);
 
 }  // namespace corvane

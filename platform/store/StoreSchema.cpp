@@ -45,6 +45,23 @@ std::optional<NumbersByName> entityNumbers(SqliteDatabase& database) {
     return numbers;
 }
 
+// The numbers of the model's entities in its order; none and the reason unless the file is a store of it.
+std::optional<std::vector<std::int64_t>> numbersOf(SqliteDatabase& database, const ManagedObjectModel& model,
+                                                   StoreSchema::Reading& reading) {
+    const int code = look(database, "Z_PRIMARYKEY", "Z_NAME");
+    const std::optional<NumbersByName> found = code == SQLITE_OK ? entityNumbers(database) : std::nullopt;
+    reading = found || code == SQLITE_ERROR ? StoreSchema::Reading::kForeign : StoreSchema::Reading::kFailed;
+    if (!found || !has(database, "Z_METADATA", "Z_UUID")) return std::nullopt;
+    std::vector<std::int64_t> numbers;
+    for (const EntityDescription& entity : model.entities()) {
+        const auto number = found->find(entity.name());
+        if (number == found->end() || !hasRowColumns(database, entity.table())) return std::nullopt;
+        numbers.push_back(number->second);
+    }
+    reading = StoreSchema::Reading::kFits;
+    return numbers;
+}
+
 // Moves, without a look into the file, when the connection's last read met a commit of anybody.
 std::uint32_t noticedCommits(SqliteDatabase& database) {
     std::uint32_t version = 0;
@@ -57,11 +74,21 @@ std::uint32_t noticedCommits(SqliteDatabase& database) {
 StoreSchema::StoreSchema(const ManagedObjectModel& model)
     : model_(&model), tables_(model.entities().size()) {}
 
+StoreSchema::Reading StoreSchema::recognise(SqliteDatabase& database, const ManagedObjectModel& model) {
+    Reading reading = Reading::kFailed;
+    numbersOf(database, model, reading);
+    return reading;
+}
+
 StoreSchema::Reading StoreSchema::read(SqliteDatabase& database) {
     const std::optional<std::int64_t> version = database.integer("PRAGMA schema_version");
     if (!version) return Reading::kFailed;
-    const Reading reading = readTables(database);
-    if (reading != Reading::kFits) return reading;
+    Reading reading = Reading::kFailed;
+    const auto numbers = numbersOf(database, *model_, reading);
+    if (!numbers) return reading;
+    for (std::size_t i = 0; i < tables_.size(); ++i) tables_[i].number = (*numbers)[i];
+    readColumns(database);
+    hasHistory_ = has(database, "ATRANSACTION") || has(database, "ACHANGE");
     version_ = *version;
     noticed_ = noticedCommits(database);
     return reading;
@@ -114,34 +141,16 @@ void StoreSchema::fill(SelectList& list, const EntityDescription& entity, std::s
     }
 }
 
-StoreSchema::Reading StoreSchema::readTables(SqliteDatabase& database) {
-    const int code = look(database, "Z_PRIMARYKEY", "Z_NAME");
-    if (code == SQLITE_ERROR) return Reading::kForeign;
-    const std::optional<NumbersByName> numbers = code == SQLITE_OK ? entityNumbers(database) : std::nullopt;
-    if (!numbers) return Reading::kFailed;
-    if (!has(database, "Z_METADATA", "Z_UUID")) return Reading::kForeign;
-    std::vector<Table> read;
+void StoreSchema::readColumns(SqliteDatabase& database) {
     for (const EntityDescription& entity : model_->entities()) {
-        const auto number = numbers->find(entity.name());
-        if (number == numbers->end() || !hasRowColumns(database, entity.table())) return Reading::kForeign;
-        Table& table = read.emplace_back();
-        table.number = number->second;
-        for (PropertyIndex i = 0; i < entity.properties().size(); ++i) {
-            table.columns.push_back(entity.property(i).hasColumn() &&
-                                    has(database, entity.table(), entity.column(i).c_str()));
+        Table& table = tables_[entity.position()];
+        table.columns.assign(entity.properties().size(), false);
+        for (PropertyIndex i = 0; i < table.columns.size(); ++i) {
+            table.columns[i] =
+                entity.property(i).hasColumn() && has(database, entity.table(), entity.column(i).c_str());
         }
-    }
-    hasHistory_ = has(database, "ATRANSACTION") || has(database, "ACHANGE");
-    keep(std::move(read));
-    return Reading::kFits;
-}
-
-// In place: callers hold references to the select lists.
-void StoreSchema::keep(std::vector<Table> read) {
-    for (std::size_t i = 0; i < read.size(); ++i) {
-        tables_[i].number = read[i].number;
-        tables_[i].columns = std::move(read[i].columns);
-        for (auto& [alias, list] : tables_[i].selectLists) fill(list, model_->entities()[i], alias);
+        // In place: callers hold references to the select lists.
+        for (auto& [alias, list] : table.selectLists) fill(list, entity, alias);
     }
 }
 

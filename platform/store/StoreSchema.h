@@ -29,6 +29,8 @@ class StoreSchema {
         kFailed,   ///< the database cannot be read; the connection says why
     };
 
+    /// Whether the file is a store of the model, without a look at its columns.
+    static Reading recognise(SqliteDatabase& database, const ManagedObjectModel& model);
     /// Reads the schema of the file. Unless it fits, all stays as it was.
     Reading read(SqliteDatabase& database);
     /// As `read`, when the schema changed since it was read last.
@@ -57,8 +59,7 @@ class StoreSchema {
     };
     const Table& table(const EntityDescription& entity) const;
     void fill(SelectList& list, const EntityDescription& entity, std::string_view alias) const;
-    Reading readTables(SqliteDatabase& database);
-    void keep(std::vector<Table> read);
+    void readColumns(SqliteDatabase& database);
 
     const ManagedObjectModel* model_;
     std::vector<Table> tables_;  ///< in the model's order of entities

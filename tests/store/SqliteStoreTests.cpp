@@ -152,6 +152,27 @@ TEST_F(NewStore, AppearsOnceForProcessesThatMakeItTogether) {
     }
 }
 
+TEST_F(NewStore, IsWholeOrAbsentAfterADeathOnTheWay) {
+    std::string made;
+    for (int round = 0; round < 8; ++round) {
+        const TemporaryDirectory place;
+        {
+            OtherProcess maker([&](const OtherProcess::Progress& progress) {
+                for (char name = 'a';; ++name) {
+                    progress();
+                    openedStore(place.path() / std::string(1, name));
+                }
+            });
+            maker.waitForProgress(1 + round % 3);
+        }
+        for (const char* name : {"a", "b", "c"}) {
+            made += fs::exists(place.path() / name) ? "+" : "-";
+            EXPECT_TRUE(openedStore(place.path() / name)->isOurs());
+        }
+    }
+    EXPECT_THAT(made, HasSubstr("-"));
+}
+
 // Files that are no store
 
 struct Refusal {

@@ -114,6 +114,26 @@ TEST_F(DamageTest, ACutOrGarbledFileIsAnErrorOrItsRows) {
     EXPECT_EQ(attempt(whole), names);
 }
 
+TEST_F(DamageTest, ASaveThatDiedWithItsRollbackJournalIsUndone) {
+    const fs::path older = directory.path() / "journal.sqlite";
+    writePlatformStore(older, {.usesRollbackJournal = true});
+    PlainDatabase(older).execute(
+        "WITH n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 400) INSERT INTO ZGTASK (Z_PK, "
+        "ZNAME) "
+        "SELECT i, 'Task' FROM n");
+    const std::string names = taskNames(older);
+    const std::uintmax_t size = fs::file_size(older);
+    runInDyingProcess([&] {
+        auto* database = new PlainDatabase(older);
+        database->execute(
+            "PRAGMA cache_size=5; BEGIN; UPDATE ZGTASK SET ZNAME = 'A name of some length', Z_OPT = 9");
+    });
+    ASSERT_GT(fs::file_size(older.string() + "-journal"), 0U);
+    fs::resize_file(older, size - 4096);  // what a save that grows the file looks like half-way
+    EXPECT_EQ(taskNames(older), names);
+    EXPECT_EQ(PlainDatabase(older).rows("PRAGMA integrity_check"), "ok");
+}
+
 // A limit on the size of files stands in for a full disk. In force until the end of the scope.
 class FileSizeLimit {
   public:
@@ -182,21 +202,21 @@ class StrangersRights {
 struct Place {
     const char* what;
     mode_t fileMode, directoryMode;
-    std::vector<const char*> missing;  ///< suffixes of the companions that are not there
-    const char* lastSave;              ///< left in the log
-    const char* names;                 ///< none: cannot be read
+    std::string_view missing;  ///< suffixes of the companions that are not there
+    const char* lastSave;      ///< left in the log
+    const char* names;         ///< none: cannot be read
 };
 
 TEST_F(DamageTest, APlaceThatCannotBeWrittenIsShownAndNotSaved) {
     const char* rename = "UPDATE ZGTASK SET ZNAME = 'Tea' WHERE Z_PK = 1";
     const Place places[] = {
-        {"all there",                            0444, 0555, {},               nullptr, "Milk Bread Report "},
-        {"all there, rows in the log",           0444, 0555, {},               rename,  "Tea Bread Report " },
-        {"no companions",                        0444, 0555, {"-wal", "-shm"}, nullptr, "Milk Bread Report "},
-        {"rows in the log, no index",            0444, 0555, {"-shm"},         rename,  "Tea Bread Report " },
-        {"file may be written, directory not",   0666, 0555, {"-wal", "-shm"}, nullptr, "Milk Bread Report "},
-        {"file may be written, rows in the log", 0666, 0555, {"-shm"},         rename,  "Tea Bread Report " },
-        {"not even read",                        0000, 0555, {},               nullptr, nullptr             },
+        {"all there",                                     0444, 0555, "",         nullptr, "Milk Bread Report "},
+        {"all there, rows in the log",                    0444, 0555, "",         rename,  "Tea Bread Report " },
+        {"no companions",                                 0444, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
+        {"rows in the log, no index",                     0444, 0555, "-shm",     rename,  "Tea Bread Report " },
+        {"only the file may be written",                  0666, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
+        {"only the file may be written, rows in the log", 0666, 0555, "-shm",     rename,  "Tea Bread Report " },
+        {"not even read",                                 0000, 0555, "",         nullptr, nullptr             },
     };
     for (const Place& place : places) {
         SCOPED_TRACE(place.what);
@@ -204,7 +224,9 @@ TEST_F(DamageTest, APlaceThatCannotBeWrittenIsShownAndNotSaved) {
         for (const fs::path& part : {file, log, index}) fs::remove(part);
         writePlatformStore(file);
         if (place.lastSave) commitAndDie(file, place.lastSave);
-        for (const char* suffix : place.missing) fs::remove(file.string() + suffix);
+        for (const char* suffix : {"-wal", "-shm"}) {
+            if (place.missing.find(suffix) != std::string_view::npos) fs::remove(file.string() + suffix);
+        }
         for (const fs::path& part : {file, log, index}) chmod(part.c_str(), place.fileMode);
         chmod(directory.path().c_str(), place.directoryMode);
         const std::string before = fileBytes(file);
