@@ -1,0 +1,90 @@
+#include "apps/host/AlertWords.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "apps/host/DateWords.h"
+#include "dates/DateTexts.h"
+#include "platform/foundation/Calendar.h"
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+
+namespace corvane {
+namespace {
+
+struct Unit {
+    std::u16string_view names[4];
+    std::int64_t seconds;
+    const char* one;
+    const char* several;
+};
+constexpr Unit kUnits[] = {
+    {{u"w", u"week", u"weeks", u"wk"},      604'800, "1 week before",   "%d weeks before"  },
+    {{u"d", u"day", u"days", u"d"},         86'400,  "1 day before",    "%d days before"   },
+    {{u"h", u"hour", u"hours", u"hr"},      3'600,   "1 hour before",   "%d hours before"  },
+    {{u"m", u"minute", u"minutes", u"min"}, 60,      "1 minute before", "%d minutes before"},
+};
+
+bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+
+// Days and weeks keep the wall-clock time.
+std::optional<Date> dateBefore(Date due, std::u16string_view words) {
+    if (words == u"0" || words == u"at due time" || words == u"due") return due;
+    if (words.ends_with(u" before")) words.remove_suffix(7);
+    const auto end = static_cast<std::size_t>(std::ranges::find_if_not(words, isDigit) - words.begin());
+    if (end == 0 || end > 4) return std::nullopt;
+    std::int64_t count = 0;
+    for (const char16_t digit : words.substr(0, end)) count = count * 10 + (digit - u'0');
+    std::u16string_view name = words.substr(end);
+    if (name.starts_with(u' ')) name.remove_prefix(1);
+    const auto* unit = std::ranges::find_if(kUnits, [name](const Unit& candidate) {
+        return std::ranges::find(candidate.names, name) != std::end(candidate.names);
+    });
+    if (unit == std::end(kUnits)) return std::nullopt;
+    const std::int64_t seconds = count * unit->seconds;
+    if (unit->seconds < 86'400) return due - TimeInterval(static_cast<double>(seconds));
+    return Calendar::current().dateByAddingDays(due, -seconds / 86'400);
+}
+
+Date atTimeOfDay(Date day, const TimeOfDay& time) {
+    const Calendar calendar = Calendar::current();
+    const cctz::civil_day civil = calendar.civilDay(day);
+    return calendar.dateFromCivil(
+        cctz::civil_second(civil.year(), civil.month(), civil.day(), time.hour, time.minute, time.second));
+}
+
+}  // namespace
+
+std::variant<std::optional<Date>, std::string> alertFromWords(std::u16string_view text,
+                                                              std::optional<Date> dueDate) {
+    using Alert = std::optional<Date>;
+    const std::u16string words = foldedWords(text);
+    if (words == u"none" || words == u"never" || words == u"no" || words == u"off") return Alert();
+    if (!dueDate) return "an alert needs a due date";
+    if (const std::optional<Date> before = dateBefore(*dueDate, words)) return Alert(before);
+    if (const std::optional<TimeOfDay> time = timeOfDayFromWords(text)) {
+        return Alert(atTimeOfDay(*dueDate, *time));
+    }
+    const auto date = dateFromWords(text);
+    const auto* found = std::get_if<DateFromWords>(&date);
+    if (found && found->hasTime) return Alert(found->date);
+    if (found) return "an alert on a day needs a time, like \"tomorrow 9:00\"";
+    return "\"" + utf8FromText(text) + "\" is no alert; write it like 15m, 2h, 1d, 9:00 or \"tomorrow 9:00\"";
+}
+
+std::u16string alertInWords(Date alert, std::optional<Date> dueDate) {
+    if (!dueDate) return stringOfDateTime(alert);
+    const double before = (*dueDate - alert).count();
+    if (before == 0) return localizedString("at due time");
+    for (const Unit& unit : kUnits) {
+        const double count = before / static_cast<double>(unit.seconds);
+        if (count < 1 || count > 9'999 || count != std::floor(count)) continue;
+        const auto number = static_cast<std::int64_t>(count);
+        if (number == 1) return localizedString(unit.one);
+        return stringWithFormat(localizedString(unit.several, number), {number});
+    }
+    return stringOfDateTime(alert);
+}
+
+}  // namespace corvane

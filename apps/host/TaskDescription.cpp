@@ -1,0 +1,98 @@
+#include "apps/host/TaskDescription.h"
+
+#include "apps/host/AlertWords.h"
+#include "apps/host/RepeatWords.h"
+#include "dates/DateTexts.h"
+#include "dates/RelativeDayTexts.h"
+#include "model/GList.h"
+#include "model/GUser.h"
+#include "platform/foundation/Environment.h"
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+
+namespace corvane {
+namespace {
+
+std::u16string nameOr(std::optional<std::u16string_view> name, const char* fallback) {
+    return name && !name->empty() ? std::u16string(*name) : localizedString(fallback);
+}
+
+std::u16string priorityInFull(std::int32_t priority) {
+    return stringWithFormat(localizedString("%1$@ (%2$@)"),
+                            {priorityWord(priority), textFromUtf8(std::to_string(priority))});
+}
+
+std::u16string subTasksInWords(const GTask& task) {
+    return textFromUtf8(std::to_string(task.countTotalSubTasks()));
+}
+
+class Fields {
+  public:
+    void add(const char* label, std::u16string text) {
+        if (!text.empty()) fields_.push_back({localizedString(label), std::move(text)});
+    }
+    std::vector<TaskField> take() { return std::move(fields_); }
+
+  private:
+    std::vector<TaskField> fields_;
+};
+
+void addState(Fields& fields, const GTask& task) {
+    if (!task.completed()) return;
+    const std::optional<Date> date = task.completedDate();
+    fields.add("Done", date ? stringOfDateTime(*date) : localizedString("yes"));
+}
+
+void addRegion(Fields& fields, const GTask& task) {
+    if (task.regionAlert() != 0) fields.add("Place alert", nameOr(task.regionDescription(), "a place"));
+}
+
+}  // namespace
+
+std::u16string priorityWord(std::int32_t priority) {
+    // Unsigned as in the widget, so that a negative one is high.
+    const auto value = static_cast<std::uint32_t>(priority);
+    if (value >= 50) return localizedString("high");
+    if (value >= 40) return localizedString("medium");
+    return localizedString(value >= 30 ? "low" : "none");
+}
+
+std::u16string dueInWords(const GTask& task) {
+    constexpr bool kIncludeTime = true;
+    const std::optional<Date> due = task.dueDate();
+    if (!due) return {};
+    const std::u16string relative = stringOfDaysLeftSinceDate(*due, now(), task.hasDueTime() && kIncludeTime);
+    const std::int32_t days = daysLeftSinceDate(*due, now());
+    if (days >= 0 && days <= 1) return relative;
+    const std::u16string date = task.hasDueTime() ? stringOfDateTime(*due) : stringOfDate(*due);
+    return stringWithFormat(localizedString("%1$@ (%2$@)"), {date, relative});
+}
+
+std::u16string placeInWords(const GTask& task) {
+    const GList* list = task.list();
+    if (!list) return localizedString("no list");
+    const std::u16string name = nameOr(list->name(), "a list without a name");
+    const GUser* account = list->user();
+    if (!account) return name;
+    return stringWithFormat(localizedString("%1$@ (%2$@)"),
+                            {name, nameOr(account->name(), "an account without a name")});
+}
+
+std::vector<TaskField> fieldsOfTask(const GTask& task) {
+    Fields fields;
+    addState(fields, task);
+    fields.add("Due", dueInWords(task));
+    if (task.alertRepeat() != kNoRepeat) fields.add("Repeat", repeatInWords(repeatOfTask(task)));
+    if (task.alertEnabled() && task.alertDate()) {
+        fields.add("Alert", alertInWords(*task.alertDate(), task.dueDate()));
+    }
+    if (task.priority() != 0) fields.add("Priority", priorityInFull(task.priority()));
+    fields.add("List", placeInWords(task));
+    if (const GTask* parent = task.parentTask()) fields.add("Below", nameOr(parent->name(), "untitled"));
+    if (task.hasSubtasks()) fields.add("Subtasks", subTasksInWords(task));
+    addRegion(fields, task);
+    if (task.notes()) fields.add("Notes", std::u16string(*task.notes()));
+    return fields.take();
+}
+
+}  // namespace corvane

@@ -1,0 +1,32 @@
+// A task's fields in words, in the user's language.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "model/GTask.h"
+
+namespace corvane {
+
+/// "none", "low", "medium" or "high", by the bands that the widget marks.
+std::u16string priorityWord(std::int32_t priority);
+
+/// Day and, where the task has one, time: "Today at 14:00", "Fri, Mar 8, 14:00 (In 3 days)"; empty without a
+/// due date.
+std::u16string dueInWords(const GTask& task);
+
+/// "Home (anna@example.com)"; a list or account without a name is told as one.
+std::u16string placeInWords(const GTask& task);
+
+struct TaskField {
+    std::u16string label;
+    std::u16string text;
+};
+
+/// What there is to tell of a task beside its title, in a fixed order; fields without a value are left out.
+/// Texts are as stored, line breaks and controls included.
+std::vector<TaskField> fieldsOfTask(const GTask& task);
+
+}  // namespace corvane
