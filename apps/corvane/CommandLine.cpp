@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -13,12 +14,15 @@ namespace corvane {
 namespace {
 
 void addGlobalOptions(CLI::App& app, Program& program) {
-    app.add_option("--container", program.options.environment.container, "The folder of the store")
+    app.add_option("--container", program.options.environment.container,
+                   "The folder of the store, else $CORVANE_CONTAINER")
         ->type_name("DIR");
-    app.add_option("--now", program.options.environment.now, "Stands in for the clock (RFC 3339)")
+    app.add_option("--now", program.options.environment.now,
+                   "Stands in for the clock, like 2024-03-05T12:00:00Z")
         ->type_name("TIME");
     app.add_flag("--json", program.options.json, "Print data as JSON");
-    app.set_version_flag("--version", "corvane " CORVANE_VERSION);
+    app.set_version_flag("--version", "corvane " CORVANE_VERSION, "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help and exit");
 }
 
 void addCommands(CLI::App& app, Program& program) {
@@ -28,9 +32,30 @@ void addCommands(CLI::App& app, Program& program) {
     addDemoCommand(app, program);
 }
 
+// The command that was being read when the parser gave up.
+const CLI::App& innermostCommand(const CLI::App& app) {
+    const auto commands = app.get_subcommands();
+    return commands.empty() ? app : innermostCommand(*commands.back());
+}
+
+std::string nameOf(const CLI::App& command) {
+    const CLI::App* parent = command.get_parent();
+    return parent ? nameOf(*parent) + " " + command.get_name() : command.get_name();
+}
+
+// The parser's own texts say nothing of what was typed in place of a command.
+std::string reason(const CLI::App& app, const CLI::ParseError& error) {
+    const CLI::App& command = innermostCommand(app);
+    const bool needsCommand = command.get_require_subcommand_min() > 0 && command.get_subcommands().empty();
+    if (!needsCommand || error.get_name() != "RequiredError") return error.what();
+    const std::vector<std::string> rest = command.remaining();
+    const std::string help = "; see " + nameOf(command) + " --help";
+    return (rest.empty() ? "a command is missing" : "there is no command \"" + rest.front() + "\"") + help;
+}
+
 int parseFailure(const CLI::App& app, const CLI::ParseError& error) {
     if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
-    say(error.what());
+    say(reason(app, error));
     return kUsage;
 }
 

@@ -15,8 +15,8 @@ enum class When { kAuto, kAlways, kNever };
 struct TerminalStyle {
     bool colors = false;
     bool links = false;
-    bool asciiOnly = false;            ///< our own signs in ASCII
-    std::optional<std::size_t> width;  ///< in cells; none: lines are as long as they are
+    bool asciiOnly = false;                           ///< our own signs in ASCII
+    std::optional<std::size_t> width = std::nullopt;  ///< in cells; none: lines are as long as they are
 
     /// Standard output's. Automatic colours want a terminal, NO_COLOR unset or empty; automatic links a
     /// terminal that knows them. Only a terminal has a width, its own or $COLUMNS.

@@ -134,6 +134,13 @@ struct Converter {
     iconv_t handle;
 };
 
+// Other character sets than Unicode know no isolates, and nothing can stand for them.
+std::string withoutIsolates(std::string_view utf8) {
+    std::u16string text = textFromUtf8(utf8);
+    std::erase_if(text, turnsWritingDirection);
+    return utf8FromText(text);
+}
+
 std::size_t lengthOfSequence(char first) {
     const auto byte = static_cast<unsigned char>(first);
     if (byte < 0xC0) return 1;
@@ -205,7 +212,7 @@ std::string inCharacterSetOfLocale(std::string_view utf8) {
     if (isUtf8Locale()) return std::string(utf8);
     const Converter toLocale(nl_langinfo(CODESET));
     static const Converter toAscii("ASCII");
-    return converted(toLocale.isOpen() ? toLocale : toAscii, utf8);
+    return converted(toLocale.isOpen() ? toLocale : toAscii, withoutIsolates(utf8));
 }
 
 }  // namespace corvane

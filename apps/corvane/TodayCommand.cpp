@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -179,25 +180,35 @@ void runToday(Program& program, TodayOptions& options) {
     display.showOnce();
 }
 
+// An option that takes one of a few words.
+void addChoice(CLI::App& command, const std::string& name, std::string& value,
+               const std::vector<std::string>& words, const std::string& description) {
+    std::string choices;
+    for (const std::string& word : words) choices += (choices.empty() ? "" : "|") + word;
+    command.add_option(name, value, description)->check(CLI::IsMember(words))->option_text(choices);
+}
+
+void addSize(CLI::App& command, const std::string& name, std::string& value, const std::string& description) {
+    command.add_option(name, value, description)
+        ->check(CLI::Validator(whyNoSize, "", ""))
+        ->option_text("WIDTHxHEIGHT");
+}
+
 void addOptions(CLI::App& command, TodayOptions& options) {
-    const CLI::IsMember modes({"compact", "expanded"});
-    const CLI::IsMember formats({"text", "json", "waybar", "line"});
-    const CLI::IsMember whens({"auto", "always", "never"});
-    const CLI::Validator size(whyNoSize, "", "");
-    command.add_option("--mode", options.mode, "The widget's display mode")->check(modes);
-    command.add_option("--compact-size", options.compactSize, "Its largest size when compact, in points")
-        ->type_name("WxH")
-        ->check(size);
-    command.add_option("--expanded-size", options.expandedSize, "Its largest size when expanded")
-        ->type_name("WxH")
-        ->check(size);
-    command.add_option("--format", options.format, "How to print it")->check(formats);
+    addChoice(command, "--mode", options.mode, {"compact", "expanded"},
+              "The widget's display mode (expanded)");
+    addSize(command, "--compact-size", options.compactSize, "Its size when compact, in points (359x110)");
+    addSize(command, "--expanded-size", options.expandedSize,
+            "Its largest size when expanded, in points (359x600)");
+    addChoice(command, "--format", options.format, {"text", "json", "waybar", "line"},
+              "How to print it (text)");
     command.add_flag("--follow", options.follow, "Stay, and print again whenever it changes");
-    command.add_option("--color", options.color, "Colours in the text")->check(whens);
-    command.add_option("--links", options.links, "Hyperlinks in the text")->check(whens);
+    addChoice(command, "--color", options.color, {"auto", "always", "never"}, "Colours in the text (auto)");
+    addChoice(command, "--links", options.links, {"auto", "always", "never"},
+              "Hyperlinks in the text (auto)");
     command.add_option("--max-width", options.maxWidth, "Cells of a line of text, or of a title in a bar")
-        ->type_name("N")
-        ->check(CLI::Range(1, 100'000));
+        ->check(CLI::Range(1, 100'000))
+        ->option_text("CELLS");
     command.add_flag("--hide-empty", options.hideEmpty, "Print nothing when nothing is due");
 }
 

@@ -10,8 +10,8 @@
 namespace corvane {
 
 struct BarOptions {
-    std::optional<std::size_t> titleWidth;  ///< cells of a title; none: the format's own
-    bool hideEmpty = false;                 ///< nothing to see when nothing is due
+    std::optional<std::size_t> titleWidth = std::nullopt;  ///< cells of a title; none: the format's own
+    bool hideEmpty = false;                                ///< nothing to see when nothing is due
 };
 
 /// The widget with texts that are harmless on one line, titles cut to so many cells.
