@@ -57,7 +57,7 @@ bool SqliteStore::hasColumn(const EntityDescription& entity, PropertyIndex prope
 }
 
 const SelectList& SqliteStore::selectList(const EntityDescription& entity, std::string_view alias) {
-    schema_.readIfChanged(*database_);
+    schema_.readIfNoticed(*database_);
     return schema_.selectList(entity, alias);
 }
 

@@ -54,10 +54,9 @@ class SqliteStore {
     /// Whether the path names another file by now, or none: the store must be opened afresh.
     bool isReplaced() const;
 
-    // Schema. Both read it again when another process changed it; selectList looks for itself, hasColumn
-    // notices what the connection's last read has noticed, so ask for the select list first.
+    // Schema. Read again once a look into the file, such as dataVersion, has met another process's change.
     bool hasColumn(const EntityDescription& entity, PropertyIndex property);
-    /// The reference stays; what it refers to is renewed with the schema.
+    /// The reference stays valid; what it refers to is renewed with the schema.
     const SelectList& selectList(const EntityDescription& entity, std::string_view alias = "t0");
 
     // Statements

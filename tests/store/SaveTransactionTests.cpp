@@ -286,6 +286,7 @@ TEST_F(OlderStoreTest, LosesTheColumnAgainWithAFailedSave) {
     EXPECT_FALSE(store->hasColumn(listEntity(), isolated));
     // Another program's column brings the schema to the very number that ours had.
     PlainDatabase(file).execute("ALTER TABLE ZGTASK ADD COLUMN ZOTHER INTEGER");
+    EXPECT_GT(store->dataVersion(), 0);
     EXPECT_THAT(store->selectList(listEntity()).text, testing::Not(HasSubstr("ZISISOLATED")));
     SaveTransaction save(*store);
     save.updateRow(listEntity(), 1, 1, {list("isIsolated", true)});
