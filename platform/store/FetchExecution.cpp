@@ -20,6 +20,22 @@ bool isPrefetched(const std::vector<std::string>& prefetching, const std::string
     });
 }
 
+// Few fits and many rows: each fit looks for its place, so that only some of the rows are compared.
+std::vector<ManagedObject*> merged(std::vector<ManagedObject*> rows, const std::vector<ManagedObject*>& fits,
+                                   const ObjectOrder& isOrderedBefore) {
+    std::vector<ManagedObject*> objects;
+    objects.reserve(rows.size() + fits.size());
+    auto row = rows.begin();
+    for (ManagedObject* fit : fits) {
+        const auto place = std::upper_bound(row, rows.end(), fit, isOrderedBefore);
+        objects.insert(objects.end(), row, place);
+        objects.push_back(fit);
+        row = place;
+    }
+    objects.insert(objects.end(), row, rows.end());
+    return objects;
+}
+
 }  // namespace
 
 FetchExecution::FetchExecution(ContextState& context, const FetchRequest& request)
@@ -161,18 +177,10 @@ void FetchExecution::judgeRows() {
 
 void FetchExecution::mergeFits() {
     if (!fits_.empty()) {
+        loadForJudging(context_, usedPropertiesOf(request_.sortDescriptors, *entity_), found_);
         const ObjectOrder isOrderedBefore(request_.sortDescriptors);
         std::ranges::sort(fits_, isOrderedBefore);
-        const std::vector<ManagedObject*> rows = std::exchange(found_, {});
-        found_.reserve(rows.size() + fits_.size());
-        auto row = rows.begin();
-        for (ManagedObject* fit : fits_) {
-            const auto place = std::upper_bound(row, rows.end(), fit, isOrderedBefore);
-            found_.insert(found_.end(), row, place);
-            found_.push_back(fit);
-            row = place;
-        }
-        found_.insert(found_.end(), row, rows.end());
+        found_ = merged(std::move(found_), fits_, isOrderedBefore);
     }
     if (request_.fetchLimit != kNoLimit && found_.size() > request_.fetchLimit) {
         found_.resize(request_.fetchLimit);

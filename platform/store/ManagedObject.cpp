@@ -59,9 +59,11 @@ Value ManagedObject::valueAt(PropertyIndex index) const { return valueOf(viewAt(
 
 ValueView ManagedObject::viewAt(PropertyIndex index) const {
     const Slot& slot = slotAt(index);
-    if (state_.isGone || (state_.isMissing && !state_.hasPropertyChanges())) return {};
+    if (state_.isGone || state_.isMissing) return {};
     const PropertyKind kind = state_.entity->property(index).kind;
-    if (kind == PropertyKind::kToOne) relatedObject(*this, index);
+    // Somebody else may have put in a reference to what is deleted here: the save will clear it.
+    const ManagedObject* related = kind == PropertyKind::kToOne ? relatedObject(*this, index) : nullptr;
+    if (related && related->isDeleted()) return {};
     return viewOf(slot, kind);
 }
 

@@ -18,7 +18,7 @@ using MembersByOwner = std::unordered_map<const ManagedObject*, std::vector<Mana
 
 bool lacksMembers(const ManagedObject& owner, PropertyIndex toMany) {
     const ObjectState& state = ObjectState::of(owner);
-    return state.isPersistent() && state.isThere() && !hasLoadedMembers(state, toMany);
+    return state.isPersistent() && !state.isMissing && !hasLoadedMembers(state, toMany);
 }
 
 // Rows of the members of these owners as the file has them. None on an error.
@@ -124,7 +124,7 @@ void loadFresh(ContextState& context, std::span<ManagedObject* const> objects) {
     for (const ManagedObject* object : objects) {
         const ObjectState& state = ObjectState::of(*object);
         const bool isFresh = state.isLoaded && state.readVersion == context.readVersion;
-        if (state.isPersistent() && state.isThere() && !isFresh) keys.push_back(state.key);
+        if (state.isPersistent() && !state.isMissing && !isFresh) keys.push_back(state.key);
     }
     std::ranges::sort(keys);
     keys.erase(std::ranges::unique(keys).begin(), keys.end());

@@ -14,7 +14,8 @@ class ContextState;
 /// them. The members come in whole, as a group.
 void loadMembers(ManagedObject& owner, PropertyIndex toMany);
 
-/// As above for all of these owners that lack them, in as few statements as possible.
+/// As above for all of these owners that lack them, in as few statements as possible. For one that is deleted
+/// here: those that others have given it since.
 void loadMembersOf(ContextState& context, std::span<ManagedObject* const> owners, PropertyIndex toMany);
 
 /// Loads those objects of one entity that are faults or were read before the last commit that was noticed.

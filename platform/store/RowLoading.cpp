@@ -136,7 +136,7 @@ bool RowReader::hasRow(const SqliteStatement& statement) const {
 ManagedObject& RowReader::read(const SqliteStatement& statement, std::uint32_t serial) const {
     ManagedObject& object = context_.objectWithKey(entity_, statement.integer(firstColumn_ + kKeyColumn));
     ObjectState& state = ObjectState::of(object);
-    if (state.readSerial == serial || state.isDeleted()) return object;
+    if (state.readSerial == serial) return object;
     state.readSerial = serial;
     fill(statement, object);
     return object;
@@ -169,8 +169,10 @@ void RowReader::fillSlot(const SqliteStatement& statement, int column, ManagedOb
     Slot fresh;
     assignColumn(fresh, statement, column);
     // An object that was found already is kept, to spare the next look at it.
-    if (isSameValue(slot, fresh)) return;
-    if (!state.changeOf(property)) moveMember(object, property, slot, fresh);
+    const auto* known = std::get_if<ManagedObject*>(&slot);
+    const bool isGone = known && ObjectState::of(**known).isGone;
+    if (!isGone && isSameValue(slot, fresh)) return;
+    if (!state.changeOf(property) && !state.isDeleted()) moveMember(object, property, slot, fresh);
     slot = std::move(fresh);
 }
 
@@ -214,7 +216,6 @@ ManagedObject& RowPlan::read(const SqliteStatement& statement) const {
 ManagedObject* RowPlan::readJoined(const SqliteStatement& statement, const Join& join,
                                    ManagedObject& source) const {
     ObjectState& state = ObjectState::of(source);
-    if (state.isDeleted()) return nullptr;
     if (!join.reader.hasRow(statement)) {
         ManagedObject* absent =
             state.changeOf(join.relationship) ? nullptr : relatedObject(source, join.relationship);

@@ -39,7 +39,7 @@ class RowReader {
 
     int endColumn() const { return endColumn_; }
     bool hasRow(const SqliteStatement& statement) const;
-    /// The object of the row, filled once in a statement. One that is deleted here stays as it is.
+    /// The object of the row, filled once in a statement.
     ManagedObject& read(const SqliteStatement& statement, std::uint32_t serial) const;
 
   private:

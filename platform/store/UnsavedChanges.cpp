@@ -23,24 +23,28 @@ bool hasUsedChange(const ManagedObject& object, const UsedProperties& used) {
                                [&](const ChangedProperty& change) { return used.used[change.property]; });
 }
 
+// With the values that the file has by now: others may have moved them to another owner.
 std::vector<ManagedObject*> changedObjects(ContextState& context, const UsedProperties& used) {
     const EntityState& entity = context.entityState(*used.entity);
-    std::vector<ManagedObject*> objects = entity.inserted.toVector();
+    std::vector<ManagedObject*> objects = entity.updated.toVector();
+    std::erase_if(objects, [&](const ManagedObject* object) { return !hasUsedChange(*object, used); });
     append(objects, entity.deleted.toVector());
-    for (ManagedObject* object : entity.updated.toVector()) {
-        if (hasUsedChange(*object, used)) objects.push_back(object);
-    }
+    loadFresh(context, objects);
+    append(objects, entity.inserted.toVector());
     return objects;
 }
 
-// Whoever refers to one of these objects. Who referred to a deleted one has a change of its own.
+// Whoever refers to one of these objects. Who refers to an unsaved one has a change of its own.
 std::vector<ManagedObject*> objectsReferringTo(ContextState& context, const UsedProperties& used,
                                                PropertyIndex toOne, std::vector<ManagedObject*> related) {
-    std::erase_if(related, [](const ManagedObject* object) { return object->isDeleted(); });
+    std::erase_if(related, [](const ManagedObject* object) { return object->isInserted(); });
     const PropertyIndex inverse = used.entity->inverse(toOne);
     loadMembersOf(context, related, inverse);
     std::vector<ManagedObject*> objects;
-    for (const ManagedObject* object : related) append(objects, object->membersAt(inverse));
+    for (const ManagedObject* object : related) {
+        const MemberList* members = memberListOf(ObjectState::of(*object), inverse);
+        if (members) append(objects, members->objects);
+    }
     return objects;
 }
 
@@ -89,7 +93,7 @@ std::vector<ManagedObject*> affectedObjects(ContextState& context, const UsedPro
 
 void loadForJudging(ContextState& context, const UsedProperties& used,
                     std::span<ManagedObject* const> objects) {
-    if (objects.empty()) return;
+    if (objects.empty() || !used.readsValues()) return;
     loadFresh(context, objects);
     for (const auto& [relationship, child] : used.related) {
         std::vector<ManagedObject*> related;

@@ -1,5 +1,8 @@
 #include "platform/store/UsedProperties.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "platform/store/PredicateNode.h"
 
 namespace corvane {
@@ -48,18 +51,24 @@ void UsedProperties::add(std::span<const std::string_view> keys) {
     if (!index) return;
     used[*index] = true;
     const PropertyDescription& property = entity->property(*index);
-    const bool isToMany = property.kind == PropertyKind::kToMany;
-    if (!property.isRelationship() || (keys.size() == 1 && !isToMany)) return;
+    if (!property.isRelationship()) return;
     UsedProperties& child = related.try_emplace(*index, entity->destination(*index)).first->second;
     // Who belongs to a to-many relationship is written at its members.
-    if (isToMany) child.used[entity->inverse(*index)] = true;
+    if (property.kind == PropertyKind::kToMany) child.used[entity->inverse(*index)] = true;
     child.add(keys.subspan(1));
 }
 
+bool UsedProperties::readsValues() const { return std::ranges::any_of(used, std::identity()); }
+
 UsedProperties usedPropertiesOf(const FetchRequest& request, const EntityDescription& entity) {
-    UsedProperties used(entity);
+    UsedProperties used = usedPropertiesOf(request.sortDescriptors, entity);
     if (request.predicate) addNode(used, *request.predicate->root());
-    for (const SortDescriptor& key : request.sortDescriptors) used.add(keysOfPath(key.keyPath));
+    return used;
+}
+
+UsedProperties usedPropertiesOf(const std::vector<SortDescriptor>& keys, const EntityDescription& entity) {
+    UsedProperties used(entity);
+    for (const SortDescriptor& key : keys) used.add(keysOfPath(key.keyPath));
     return used;
 }
 

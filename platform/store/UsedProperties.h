@@ -19,6 +19,9 @@ struct UsedProperties {
     /// Takes in a key path; what the model does not know of it is left out.
     void add(std::span<const std::string_view> keys);
 
+    /// False where only the objects themselves count, not what they hold.
+    bool readsValues() const;
+
     const EntityDescription* entity;
     std::vector<bool> used;  ///< by property
     std::map<PropertyIndex, UsedProperties> related;
@@ -26,5 +29,6 @@ struct UsedProperties {
 
 /// What the predicate and the sort keys of a request read.
 UsedProperties usedPropertiesOf(const FetchRequest& request, const EntityDescription& entity);
+UsedProperties usedPropertiesOf(const std::vector<SortDescriptor>& keys, const EntityDescription& entity);
 
 }  // namespace corvane
