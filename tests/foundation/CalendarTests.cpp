@@ -34,6 +34,7 @@ TEST(Calendar, StartsADayAtItsFirstInstant) {
         {"midnight skipped",                          "America/Sao_Paulo", "2018-11-04", "2018-11-04 03:00"},
         {"midnight skipped, the day before",          "America/Sao_Paulo", "2018-11-03", "2018-11-03 03:00"},
         {"midnight skipped east of Greenwich",        "Asia/Beirut",       "2018-03-25", "2018-03-24 22:00"},
+        {"midnight inside a gap from 23:30",          "America/Toronto",   "1919-03-31", "1919-03-31 04:30"},
         {"midnight twice, set back to it at 01:00",   "America/Havana",    "2018-11-04", "2018-11-04 04:00"},
         {"midnight twice, set back over it at 00:01", "America/St_Johns",  "2010-11-07", "2010-11-07 02:30"},
         {"last hour twice, midnight once",            "America/Sao_Paulo", "2018-02-18", "2018-02-18 03:00"},

@@ -124,6 +124,9 @@ TEST_F(UserDefaultsTest, NeverWritesOverWhatItCannotRead) {
         EXPECT_FALSE(defaults.removeObjectForKey("ListsOrder"));
         EXPECT_EQ(fileBytes(file_), broken);
     }
+    std::filesystem::resize_file(file_, 17 * 1024 * 1024);
+    EXPECT_FALSE(UserDefaults(file_).setObject("ListsOrder", {true}));
+    EXPECT_EQ(std::filesystem::file_size(file_), 17 * 1024 * 1024);
     std::filesystem::remove(file_);
     std::filesystem::create_directory(file_);
     EXPECT_FALSE(UserDefaults(file_).setObject("ListsOrder", {true}));
