@@ -38,7 +38,7 @@ Json points(double value) {
 
 Json rowJson(const WidgetRow& row) {
     return {
-        {"taskid",   row.taskid        },
+        {"taskid",   json(row.taskid)  },
         {"url",      json(row.url)     },
         {"title",    json(row.title)   },
         {"notes",    json(row.notes)   },

@@ -38,9 +38,9 @@ TEST_F(TodayProcess, PrintsEveryFormat) {
     EXPECT_EQ(corvane().output({"today", "--format", "line"}),
               "2 tasks due, 1 overdue. First: \u2068Milk\u2069, today at 2:00\u202FPM, high priority.\n");
     EXPECT_EQ(corvane().output({"today", "--format", "waybar"}).substr(0, 50),
-              R"({"text":"2 Milk","alt":"overdue","tooltip":"<b>2 ta)");
+              R"({"text":"2 Milk","alt":"overdue","tooltip":"<b>2 t)");
     const std::string json = corvane().output({"today", "--json"});
-    EXPECT_EQ(json.substr(0, 90),
+    EXPECT_EQ(json.substr(0, 89),
               R"({"now":"2024-03-05T12:00:00.000Z","validUntil":"2024-03-05T14:00:00.000Z","displayMode":")");
     EXPECT_EQ(json, corvane().output({"--json", "today", "--format", "json"}));
 }
@@ -135,7 +135,7 @@ TEST_F(TodayProcess, AnEmptyStoreIsAFreeDay) {
 
 TEST_F(TodayProcess, WrongUsageEndsWithTwoAndOneLine) {
     const std::vector<std::vector<std::string>> kWrong = {
-        {          },
+        {        },
         {                   "nonsense"  },
         {          "today",      "--mode", "huge"},
         {  "today",       "--compact-size", "359"},
@@ -145,7 +145,7 @@ TEST_F(TodayProcess, WrongUsageEndsWithTwoAndOneLine) {
         {        "today",            "--nonsense"},
         {      "today",            "--json", "--format", "line"},
         {           "today", "--now", "yesterday"},
-        {                 "today",      "and", "more"},
+        {             "today",      "and", "more"},
     };
     for (const std::vector<std::string>& arguments : kWrong) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -60,7 +60,7 @@ TEST(TodayText, LooksLikeTheWidget) {
               "    Today\n"
               "You have 5 tasks due today\n"
               "[View More (2)]\n");
-    EXPECT_EQ(todayText(fullWidget(), kLinks, {.asciiOnly = true}).substr(0, 50),
+    EXPECT_EQ(todayText(fullWidget(), kLinks, {.asciiOnly = true}).substr(0, 51),
               "| o ! Milk\n"
               "|   * ~ Today  Two litres\n"
               "| @ !!! Party\n");
