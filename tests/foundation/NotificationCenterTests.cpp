@@ -35,10 +35,11 @@ TEST(NotificationCenter, LetsHandlersAddAndRemoveObservers) {
         heard += "first ";
     });
     second = center.addObserver("saved", nullptr, [&](const Notification&) { heard += "removed "; });
+    center.addObserver("saved", nullptr, [&](const Notification&) { heard += "last "; });
     center.post({"saved", nullptr, {}});
-    EXPECT_EQ(heard, "first ");
+    EXPECT_EQ(heard, "first last ");
     center.post({"saved", nullptr, {}});
-    EXPECT_EQ(heard, "first new ");
+    EXPECT_EQ(heard, "first last last new ");
 }
 
 }  // namespace
