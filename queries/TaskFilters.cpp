@@ -77,6 +77,19 @@ std::string_view tasksOrderKeyForFilter(std::uint32_t filter) {
     return found ? found->orderKey : std::string_view();
 }
 
+Predicate predicateWithTaskVariables(const Predicate& predicate, GUser* account, GList* list) {
+    const Date moment = now();
+    return predicate.withSubstitutionVariables({
+        {"USER",               valueOf(account)                           },
+        {"LIST",               valueOf(list)                              },
+        {"NOW",                Value(moment)                              },
+        {"TODAY",              Value(dateOfTodayMidnightWithDaysOffset(0))},
+        {"TOMORROW",           Value(dateOfTodayMidnightWithDaysOffset(1))},
+        {"DAY_AFTER_TOMORROW", Value(dateOfTodayMidnightWithDaysOffset(2))},
+        {"NEXT_WEEK",          Value(dateOfTodayMidnightWithDaysOffset(8))},
+    });
+}
+
 std::u16string GSData::predicateStringForTasksWithFilter(std::int32_t filter, bool hideCompletedTasks,
                                                          bool rootTasksOnly) {
     const bool overdueHasItsOwnView = corvaneUserDefaults().boolForKey("ShowOverdueTasksList");
@@ -91,17 +104,7 @@ std::u16string GSData::predicateStringForTasksWithFilter(std::int32_t filter, bo
 }
 
 Predicate GSData::predicateFromString(std::u16string_view text, GUser* forAccount, GList* list) {
-    const Predicate& parsed = fixedPredicate(text);
-    const Date moment = now();
-    return parsed.withSubstitutionVariables({
-        {"USER",               valueOf(forAccount)                        },
-        {"LIST",               valueOf(list)                              },
-        {"NOW",                Value(moment)                              },
-        {"TODAY",              Value(dateOfTodayMidnightWithDaysOffset(0))},
-        {"TOMORROW",           Value(dateOfTodayMidnightWithDaysOffset(1))},
-        {"DAY_AFTER_TOMORROW", Value(dateOfTodayMidnightWithDaysOffset(2))},
-        {"NEXT_WEEK",          Value(dateOfTodayMidnightWithDaysOffset(8))},
-    });
+    return predicateWithTaskVariables(fixedPredicate(text), forAccount, list);
 }
 
 std::optional<std::u16string> GSData::filterLocalizedName(std::uint32_t filter) {

@@ -1,0 +1,147 @@
+// The standard filters: texts, binding, names, and what they select from file and memory.
+#include <algorithm>
+#include <random>
+
+#include "QueryFixture.h"
+#include "model/CorvaneUserDefaults.h"
+#include "queries/TaskFilters.h"
+
+namespace corvane {
+namespace {
+
+constexpr std::u16string_view kBase =
+    u"removed == NO && name != nil && name != '' && list.removed == NO && list.isIsolated == NO";
+constexpr std::u16string_view kScope = u" && (list.user.accountType == 5000 || list.user == $USER)";
+
+class TaskFilterTest : public QueryTest {
+  protected:
+    void showOverdueApart() { ASSERT_TRUE(corvaneUserDefaults().setObject("ShowOverdueTasksList", {true})); }
+    static std::u16string filterText(std::int32_t filter, bool hide = false, bool roots = false) {
+        return GSData::predicateStringForTasksWithFilter(filter, hide, roots);
+    }
+};
+
+TEST_F(TaskFilterTest, TextsToTheCharacter) {
+    const std::u16string base(kBase);
+    const std::u16string scoped = base + std::u16string(kScope);
+    EXPECT_EQ(filterText(0),
+              base +
+                  u" && list.user == $USER && hasDueDate == YES && ((hasDueTime == YES && dueDate < $NOW)"
+                  u" || (hasDueTime == NO && dueDate < $TODAY))");
+    EXPECT_EQ(filterText(1, true),
+              scoped + u" && completed == NO && hasDueDate == YES && dueDate < $TOMORROW");
+    EXPECT_EQ(filterText(2),
+              scoped + u" && hasDueDate == YES && dueDate >= $TOMORROW && dueDate < $DAY_AFTER_TOMORROW");
+    EXPECT_EQ(filterText(3), scoped + u" && hasDueDate == YES && dueDate < $NEXT_WEEK");
+    EXPECT_EQ(filterText(4), scoped + u" && hasDueDate == NO");
+    EXPECT_EQ(filterText(5), scoped);
+    EXPECT_EQ(filterText(6, true), scoped + u" && completed == YES");
+    EXPECT_EQ(filterText(7, true, true), filterText(5, true, true));
+    EXPECT_EQ(filterText(8, true, true), base + u" && parentTask = nil && list == $LIST && completed == NO");
+    EXPECT_EQ(filterText(-3), scoped);
+    showOverdueApart();
+    EXPECT_EQ(filterText(1), scoped + u" && hasDueDate == YES && dueDate >= $TODAY && dueDate < $TOMORROW");
+    EXPECT_EQ(filterText(3), scoped + u" && hasDueDate == YES && dueDate >= $TODAY && dueDate < $NEXT_WEEK");
+}
+
+TEST_F(TaskFilterTest, NamesImagesAndRememberedOrders) {
+    EXPECT_EQ(GSData::filterLocalizedName(3), u"Upcoming Week");
+    EXPECT_EQ(GSData::filterLocalizedName(9), std::nullopt);
+    EXPECT_EQ(GSData::filterImageName(4), "Filter-NoDate");
+    EXPECT_EQ(GSData::filterImageName(0), "Filter-Overdue");
+    EXPECT_EQ(GSData::filterImageName(9), "Filter-Overdue");
+    EXPECT_EQ(GSData::filterImageName(-1), "Filter-Overdue");
+    ASSERT_TRUE(corvaneUserDefaults().setObject("TodayOverdueTasksOrder", {std::int64_t{65538}}));
+    EXPECT_EQ(GSData::tasksOrderForFilter(1), 2);
+    EXPECT_EQ(GSData::tasksOrderForFilter(8), 0);
+    EXPECT_EQ(GSData::tasksOrderForFilter(99), 0);
+}
+
+TEST_F(TaskFilterTest, BoundariesAreThoseOfTheBinding) {
+    plant(list(), "A B C");
+    environment_.setNow("2024-03-05 23:59");
+    const auto due = [&](const char* name, const char* date) {
+        named(name).setHasDueDate(true);
+        named(name).setDueDate(at(date));
+    };
+    due("A", "2023-03-05");
+    due("B", "2024-03-05 23:59:30");
+    due("C", "2024-03-06");
+    FetchRequest request;
+    request.predicate = GSData::predicateFromString(filterText(1), &account(), nullptr);
+    request.sortDescriptors = {{"displayOrder"}};
+    environment_.setNow("2024-03-06 00:01");
+    EXPECT_EQ(names(context().fetch<GTask>(request)), "A B");
+    request.predicate = GSData::predicateFromString(filterText(1), &account(), nullptr);
+    EXPECT_EQ(names(context().fetch<GTask>(request)), "A B C");
+}
+
+TEST_F(TaskFilterTest, AMissingAccountOrListMatchesAMissingOne) {
+    GList& orphaned = listWith("A");
+    orphaned.setUser(nullptr);
+    plant(list(), "B");
+    save();
+    const auto found = [&](std::u16string_view text) {
+        FetchRequest request;
+        request.predicate = GSData::predicateFromString(text, nullptr, nullptr);
+        return names(context().fetch<GTask>(request));
+    };
+    EXPECT_EQ(found(u"list.user == $USER"), "A");
+    task(orphaned, "A").setList(nullptr);
+    EXPECT_EQ(found(u"list == $LIST"), "A") << "unsaved";
+    save();
+    EXPECT_EQ(found(u"list == $LIST"), "A");
+    EXPECT_EQ(found(u"list.user == $USER"), "A") << "no list has no account either";
+}
+
+// Random stores, each filter asked of the file, of memory, and of the file under unsaved changes.
+TEST_F(TaskFilterTest, FileAndMemoryAgree) {
+    std::mt19937 random(20240305);
+    const auto chance = [&](unsigned percent) { return random() % 100 < percent; };
+    GUser& unlisted = accountWithLists(kUnlistedAccountType, {u"U"});
+    GUser& other = accountWithLists(7, {u"O"});
+    std::vector<GList*> lists = {&list(), &listNamed(unlisted, u"U"), &listNamed(other, u"O"), nullptr};
+    std::vector<GTask*> tasks;
+    const auto scramble = [&](GTask& task) {
+        task.setList(lists[random() % lists.size()]);
+        task.setRemoved(chance(10));
+        task.setCompleted(chance(30));
+        task.setName(chance(80)   ? std::optional<std::u16string_view>(u"n")
+                     : chance(50) ? std::optional<std::u16string_view>(u"")
+                                  : std::nullopt);
+        task.setHasDueDate(chance(70));
+        task.setHasDueTime(chance(50));
+        task.setDueDate(
+            chance(90) ? std::optional(now() + std::chrono::hours(static_cast<int>(random() % 480) - 240))
+                       : std::nullopt);
+        task.setParentTask(tasks.empty() || chance(70) ? nullptr : tasks[random() % tasks.size()]);
+    };
+    for (int i = 0; i < 200; ++i) {
+        auto& task = context().insert<GTask>();
+        scramble(task);
+        tasks.push_back(&task);
+    }
+    save();
+    for (const bool unsaved : {false, true}) {
+        for (int i = 0; unsaved && i < 40; ++i) scramble(*tasks[random() % tasks.size()]);
+        if (unsaved) lists[0]->setIsIsolated(true);
+        for (std::int32_t filter = 0; filter <= 8; ++filter) {
+            for (GUser* user : {&account(), static_cast<GUser*>(nullptr)}) {
+                FetchRequest request;
+                request.predicate =
+                    GSData::predicateFromString(filterText(filter, chance(50), chance(50)), user, lists[2]);
+                std::vector<GTask*> expected;
+                for (GTask* task : tasks) {
+                    if (request.predicate->evaluate(*task)) expected.push_back(task);
+                }
+                std::vector<GTask*> found = context().fetch<GTask>(request);
+                std::ranges::sort(expected);
+                std::ranges::sort(found);
+                EXPECT_EQ(found, expected) << "filter " << filter << (unsaved ? ", unsaved" : "");
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace corvane
