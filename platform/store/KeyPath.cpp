@@ -10,14 +10,8 @@ namespace {
 
 constexpr std::u16string_view kCountOperator = u"@count";
 
-bool isLetter(char16_t unit) {
-    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_';
-}
-
 bool isKey(std::u16string_view text) {
-    return !text.empty() && isLetter(text.front()) && std::ranges::all_of(text, [](char16_t unit) {
-        return isLetter(unit) || (unit >= u'0' && unit <= u'9');
-    });
+    return !text.empty() && isNameStart(text.front()) && std::ranges::all_of(text, isNamePart);
 }
 
 // Reads one part between dots into the path; gives what is wrong with it, else none.

@@ -12,10 +12,6 @@ namespace {
 
 bool isSpace(char16_t unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r') || unit == u'\u00A0'; }
 bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
-bool isLetter(char16_t unit) {
-    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_';
-}
-bool isNamePart(char16_t unit) { return isLetter(unit) || isDigit(unit); }
 bool isWordPart(char16_t unit) { return isNamePart(unit) || unit == u'.' || unit == u'@' || unit == u'#'; }
 bool isSign(char16_t unit) { return unit == u'-' || unit == u'+'; }
 
@@ -127,7 +123,7 @@ Token PredicateLexer::next() {
     position_ += runLength(rest(), isSpace);
     if (position_ == text_.size()) return token(Token::Kind::kEnd, 0);
     const char16_t first = text_[position_];
-    if (isLetter(first) || first == u'#' || first == u'@') return word();
+    if (isNameStart(first) || first == u'#' || first == u'@') return word();
     if (beginsNumber(rest())) return number();
     if (first == u'"' || first == u'\'') return quotedText();
     if (first == u'$') return variable();
@@ -188,7 +184,7 @@ Token PredicateLexer::placeholder() {
     const std::u16string_view behind = rest().substr(1);
     const bool isPunctuation = !behind.empty() && (behind.front() == u'@' || behind.front() == u'%');
     Token placeholder =
-        token(Token::Kind::kPlaceholder, 1 + (isPunctuation ? 1 : runLength(behind, isLetter)));
+        token(Token::Kind::kPlaceholder, 1 + (isPunctuation ? 1 : runLength(behind, isNameStart)));
     placeholder.text.remove_prefix(1);
     return placeholder;
 }

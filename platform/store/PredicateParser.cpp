@@ -1,6 +1,7 @@
 #include "platform/store/PredicateParser.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -32,33 +33,31 @@ constexpr OperatorSymbol kOperatorSymbols[] = {
     {u"=>", PredicateOperator::kGreaterOrEqual},
 };
 
-std::optional<PredicateOperator> operatorOfKeyword(Keyword keyword) {
-    switch (keyword) {
-        case Keyword::kIn:
-            return PredicateOperator::kIn;
-        case Keyword::kBetween:
-            return PredicateOperator::kBetween;
-        case Keyword::kBeginsWith:
-            return PredicateOperator::kBeginsWith;
-        case Keyword::kEndsWith:
-            return PredicateOperator::kEndsWith;
-        case Keyword::kContains:
-            return PredicateOperator::kContains;
-        case Keyword::kLike:
-            return PredicateOperator::kLike;
-        case Keyword::kMatches:
-            return PredicateOperator::kMatches;
-        default:  // words that are no operators
-            return std::nullopt;
-    }
-}
+struct OperatorKeyword {
+    Keyword keyword;
+    PredicateOperator op;
+};
+
+constexpr OperatorKeyword kOperatorKeywords[] = {
+    {Keyword::kIn,         PredicateOperator::kIn        },
+    {Keyword::kBetween,    PredicateOperator::kBetween   },
+    {Keyword::kBeginsWith, PredicateOperator::kBeginsWith},
+    {Keyword::kEndsWith,   PredicateOperator::kEndsWith  },
+    {Keyword::kContains,   PredicateOperator::kContains  },
+    {Keyword::kLike,       PredicateOperator::kLike      },
+    {Keyword::kMatches,    PredicateOperator::kMatches   },
+};
 
 std::optional<PredicateOperator> operatorOf(const Token& token) {
-    if (token.kind == Token::Kind::kWord && token.keyword) return operatorOfKeyword(*token.keyword);
+    if (token.keyword) {
+        const auto* const word =
+            std::ranges::find(kOperatorKeywords, *token.keyword, &OperatorKeyword::keyword);
+        if (word != std::end(kOperatorKeywords)) return word->op;
+    }
     if (token.kind != Token::Kind::kSymbol) return std::nullopt;
-    const auto* const found = std::ranges::find(kOperatorSymbols, token.text, &OperatorSymbol::text);
-    if (found == std::end(kOperatorSymbols)) return std::nullopt;
-    return found->op;
+    const auto* const symbol = std::ranges::find(kOperatorSymbols, token.text, &OperatorSymbol::text);
+    if (symbol == std::end(kOperatorSymbols)) return std::nullopt;
+    return symbol->op;
 }
 
 Quantifier quantifierOf(const Token& token) {

@@ -80,18 +80,16 @@ FilledExpression filledPlaceholder(const PlaceholderExpression& placeholder,
 // to-many relationship.
 std::optional<std::string> faultOfRightSide(const Comparison& comparison) {
     const auto* list = comparison.right.get<ListExpression>();
-    const bool isConstant = comparison.right.get<ConstantExpression>() != nullptr;
-    switch (comparison.op) {
-        case PredicateOperator::kBetween:
-            if (!list || list->elements.size() != 2) return kBetweenMessage;
-            return std::nullopt;
-        case PredicateOperator::kIn:
-            if (isConstant) return "expected a list of values";
-            return std::nullopt;
-        default:
-            if (list) return "expected one value, not a list";
-            return std::nullopt;
+    if (comparison.op == PredicateOperator::kBetween) {
+        if (!list || list->elements.size() != 2) return kBetweenMessage;
+        return std::nullopt;
     }
+    if (comparison.op == PredicateOperator::kIn) {
+        if (comparison.right.get<ConstantExpression>()) return "expected a list of values";
+        return std::nullopt;
+    }
+    if (list) return "expected one value, not a list";
+    return std::nullopt;
 }
 
 // Rebuilds the parts of a tree that have something to fill in.

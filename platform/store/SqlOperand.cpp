@@ -36,21 +36,21 @@ Kind kindOf(PropertyKind kind) {
 std::string describedKind(const PropertyDescription& property) {
     switch (property.kind) {
         case PropertyKind::kBoolean:
-            return "a boolean";
+            return "boolean";
         case PropertyKind::kInt16:
         case PropertyKind::kInt32:
         case PropertyKind::kInt64:
         case PropertyKind::kDouble:
-            return "a number";
+            return "number";
         case PropertyKind::kDate:
-            return "a date";
+            return "date";
         case PropertyKind::kString:
-            return "a text";
+            return "text";
         case PropertyKind::kTransformable:
             return "bytes";
         case PropertyKind::kToOne:
         case PropertyKind::kToMany:
-            return "a " + std::string(property.destination);
+            return std::string(property.destination);
     }
     return {};
 }
@@ -98,7 +98,7 @@ SqlOperand SqlOperands::constant(const Value& value) {
     operand.text = "?" + std::to_string(query_.parameters.size());
     if (const auto* object = std::get_if<ManagedObject*>(&value)) {
         operand.entity = &(*object)->entity();
-        operand.description = "a " + std::string(operand.entity->name());
+        operand.description = "an object (" + std::string(operand.entity->name()) + ")";
     }
     return operand;
 }
@@ -109,7 +109,7 @@ SqlOperand SqlOperands::keyPath(SqlScope& scope, std::span<const KeyStep> steps,
         return {.kind = Kind::kObject,
                 .text = row.alias + ".Z_PK",
                 .entity = row.entity,
-                .description = "SELF, a " + std::string(row.entity->name()) + ","};
+                .description = "SELF (" + std::string(row.entity->name()) + ")"};
     }
     std::string reason;
     const std::optional<SqlRow> row = scope.rowAt(steps.first(steps.size() - 1), reason);
@@ -134,7 +134,7 @@ SqlOperand SqlOperands::property(const SqlRow& row, const KeyStep& step) {
     }
     SqlOperand operand{.kind = kindOf(property.kind), .text = columns_.text(row, *index)};
     if (property.isRelationship()) operand.entity = &columns_.model().destinationOf(*row.entity, *index);
-    operand.description = step.key + ", " + describedKind(property) + ",";
+    operand.description = step.key + " (" + describedKind(property) + ")";
     return operand;
 }
 
@@ -149,7 +149,7 @@ SqlOperand SqlOperands::count(const SqlRow& row, const KeyStep& step) {
     return {.kind = Kind::kNumber,
             .text = "(SELECT count(*) FROM " + member.entity->table() + " " + member.alias + " WHERE " +
                     columns_.membership(row, *index, member) + ")",
-            .description = step.key + ".@count, a number,"};
+            .description = step.key + ".@count (number)"};
 }
 
 SqlMembers SqlOperands::members(SqlScope& scope, const KeyPath& path) {

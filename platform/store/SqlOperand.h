@@ -21,7 +21,7 @@ struct SqlOperand {
     const EntityDescription* entity = nullptr;  ///< of an object
     bool isConstant = false;
     bool isNilLiteral = false;
-    std::string description = {};  ///< for messages: "dueDate, a date,", "a text"
+    std::string description = {};  ///< for messages: "dueDate (date)", "a text"
 };
 
 /// The members at the end of a path through to-many relationships, as parts of a subquery.
