@@ -34,6 +34,18 @@ bool isSound(std::span<GTask* const> order) {
     return std::ranges::all_of(order, [&](const GTask* task) { return task->displayOrder() == position++; });
 }
 
+bool isInTreeOrder(std::span<GTask* const> order) {
+    if (!isSound(order)) return false;
+    std::vector<const GTask*> path;
+    for (const GTask* task : order) {
+        const GTask* parent = task->parentTask();
+        while (!path.empty() && path.back() != parent) path.pop_back();
+        if (parent && path.empty()) return false;
+        path.push_back(task);
+    }
+    return true;
+}
+
 bool isSoundRun(std::span<GTask* const> order, std::int64_t first, std::span<GTask* const> tasks) {
     if (first < 0 || first + std::ssize(tasks) > std::ssize(order) || !isSound(order)) return false;
     return std::ranges::equal(order.subspan(static_cast<std::size_t>(first), tasks.size()), tasks);

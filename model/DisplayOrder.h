@@ -29,6 +29,10 @@ void sortByDisplayOrder(std::vector<GTask*>& order);
 
 bool isSound(std::span<GTask* const> order);
 
+/// Whether the order is sound and every task stands among the subtasks of its parent: renumbering the list
+/// would change nothing.
+bool isInTreeOrder(std::span<GTask* const> order);
+
 /// Whether the order is sound and holds these tasks one behind the other from `first` on.
 bool isSoundRun(std::span<GTask* const> order, std::int64_t first, std::span<GTask* const> tasks);
 

@@ -1,4 +1,5 @@
 // The lists of an account.
+#include "model/DisplayOrder.h"
 #include "model/GList.h"
 #include "model/GTask.h"
 #include "model/GUser.h"
@@ -13,6 +14,19 @@ std::vector<GList*> fetchLists(const GUser& account, std::u16string_view format,
 }
 
 constexpr std::u16string_view kLiveLists = u"removed == NO AND user == %@";
+
+// One reading tells that there is nothing to do; the tree is walked only where there is.
+bool fixTaskOrders(GList& list) {
+    if (isInTreeOrder(fetchObjects<GTask>(list.managedObjectContext(), u"removed == NO AND list == %@",
+                                          {argument(&list)}, kByPosition, kReadWhenNeeded))) {
+        return false;
+    }
+    bool changed = false;
+    std::int32_t nextTask = 0;
+    const ParentTasks parents = list.parentTasks();
+    for (GTask* task : list.orderedRootTasks()) changed |= task->fixDisplayOrder(nextTask, &parents);
+    return changed;
+}
 
 }  // namespace
 
@@ -48,11 +62,7 @@ void GUser::deleteCompletedTasks() {
 
 bool GUser::fixAllDisplayOrders() {
     bool changed = false;
-    for (GList* list : orderedLists()) {
-        std::int32_t nextTask = 0;
-        const ParentTasks parents = list->parentTasks();
-        for (GTask* task : list->orderedRootTasks()) changed |= task->fixDisplayOrder(nextTask, &parents);
-    }
+    for (GList* list : orderedLists()) changed |= fixTaskOrders(*list);
     std::int32_t nextList = 0;
     for (GList* list : orderedLists()) changed |= list->fixDisplayOrder(nextList);
     return changed;

@@ -17,13 +17,12 @@ class ModelTest : public testing::Test {
         list_ = &makeList(*account_, u"List");
     }
 
+    GSData& data() { return data_; }
     ManagedObjectContext& context() { return data_.viewContext(); }
     void save() { ASSERT_EQ(context().save(), std::nullopt); }
     GUser& account() { return *account_; }
     GList& list() { return *list_; }
     GTask& named(std::string_view name) { return task(list(), name); }
-    /// Null for "-".
-    GTask* maybe(std::string_view name) { return name == "-" ? nullptr : &named(name); }
 
     /// Another list with these tasks.
     GList& listWith(std::string_view tree) {

@@ -1,7 +1,7 @@
 // A tree of names that knows nothing of positions: what the operations on tasks should come to.
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -9,40 +9,92 @@ namespace corvane {
 
 class NameTree {
   public:
-    /// One name more, as the first child of `parent` (empty: the first root), or behind `previous`.
-    void insert(const std::string& name, const std::string& parent, const std::string& previous);
-    /// A copy of a subtree whose names come from `rename`, at such a place.
-    template <class Rename>
-    void copy(const std::string& name, const std::string& parent, const std::string& previous,
-              Rename rename) {
-        std::vector<Entry> copied = subtree(name);
-        for (Entry& entry : copied) entry.name = rename(entry.name);
-        put(std::move(copied), parent, previous);
-    }
-    /// A subtree moves to such a place; below itself, its children first move up to before its siblings.
-    void move(const std::string& name, const std::string& parent, const std::string& previous);
-    /// A name goes, its children take its place.
-    void remove(const std::string& name);
-    void removeSubtree(const std::string& name) { cut(name); }
-
-    std::vector<std::string> names() const;
-    std::string parentOf(const std::string& name) const;  ///< empty for a root
-    std::string text() const;
-
-  private:
     /// Names in tree order, with the number of their ancestors.
     struct Entry {
         std::string name;
         int depth = 0;
     };
-    std::size_t indexOf(const std::string& name) const;
-    std::size_t endOf(std::size_t index) const;
-    std::vector<Entry> subtree(const std::string& name) const;
-    std::vector<Entry> cut(const std::string& name);
-    void put(std::vector<Entry> entries, const std::string& parent, const std::string& previous);
-    void liftChildren(const std::string& name);
+    using Entries = std::vector<Entry>;
 
-    std::vector<Entry> entries_;
+    const Entries& entries() const { return entries_; }
+
+    /// The parent's name; empty for a root.
+    std::string parentOf(const std::string& name) const {
+        const auto entry = find(entries_, name);
+        const auto parent = std::find_if(std::make_reverse_iterator(entry), entries_.rend(),
+                                         [&](const Entry& other) { return other.depth < entry->depth; });
+        return parent == entries_.rend() ? std::string() : parent->name;
+    }
+    Entries subtree(const std::string& name) const {
+        const auto first = find(entries_, name);
+        return {first, endOf(entries_, first)};
+    }
+    /// Puts a subtree behind `previous`; where that is empty, before the parent's other children.
+    void put(Entries subtree, const std::string& parent, const std::string& previous) {
+        auto place = entries_.begin();
+        int depth = 0;
+        if (!previous.empty()) {
+            depth = find(entries_, previous)->depth;
+            place = endOf(entries_, find(entries_, previous));
+        } else if (!parent.empty()) {
+            place = find(entries_, parent) + 1;
+            depth = std::prev(place)->depth + 1;
+        }
+        const int by = depth - subtree.front().depth;
+        for (Entry& entry : subtree) entry.depth += by;
+        entries_.insert(place, subtree.begin(), subtree.end());
+    }
+    Entries cut(const std::string& name) {
+        Entries subtree = this->subtree(name);
+        const auto first = find(entries_, name);
+        entries_.erase(first, endOf(entries_, first));
+        return subtree;
+    }
+    /// Below itself, a subtree's children first move up to before its siblings.
+    void move(const std::string& name, const std::string& parent, const std::string& previous) {
+        const std::string target = previous.empty() ? parent : parentOf(previous);
+        for (std::string above = target; !above.empty(); above = parentOf(above)) {
+            if (above == name) liftChildren(name);
+        }
+        put(cut(name), target, previous);
+    }
+    /// A name goes, its children take its place.
+    void remove(const std::string& name) {
+        const auto first = find(entries_, name);
+        for (auto entry = first + 1, end = endOf(entries_, first); entry != end; ++entry) --entry->depth;
+        entries_.erase(first);
+    }
+
+    std::string text() const {
+        std::string result;
+        int depth = 0;
+        for (const Entry& entry : entries_) {
+            result += std::string(static_cast<std::size_t>(std::max(depth - entry.depth, 0)), ')');
+            if (!result.empty()) result += entry.depth > depth ? '(' : ' ';
+            result += entry.name;
+            depth = entry.depth;
+        }
+        return result + std::string(static_cast<std::size_t>(depth), ')');
+    }
+
+  private:
+    static auto find(auto& entries, const std::string& name) -> decltype(entries.begin()) {
+        return std::ranges::find(entries, name, &Entry::name);
+    }
+    static auto endOf(auto& entries, auto first) -> decltype(first) {
+        return std::find_if(first + 1, entries.end(),
+                            [&](const Entry& entry) { return entry.depth <= first->depth; });
+    }
+    void liftChildren(const std::string& name) {
+        const std::string parent = parentOf(name);
+        const auto first = find(entries_, name);
+        Entries children(first + 1, endOf(entries_, first));
+        entries_.erase(first + 1, endOf(entries_, first));
+        // One put moves them all: they are siblings, and depths count from the first one.
+        put(std::move(children), parent, {});
+    }
+
+    Entries entries_;
 };
 
 }  // namespace corvane

