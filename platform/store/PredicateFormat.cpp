@@ -11,7 +11,7 @@ namespace corvane {
 
 namespace {
 
-std::u16string widened(std::string_view ascii) { return std::u16string(ascii.begin(), ascii.end()); }
+std::u16string widened(std::string_view ascii) { return {ascii.begin(), ascii.end()}; }
 
 std::string realText(double real) {
     char digits[32];

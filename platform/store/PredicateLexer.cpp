@@ -75,6 +75,24 @@ std::optional<char16_t> fourHexDigits(std::u16string_view text) {
     return static_cast<char16_t>(value);
 }
 
+constexpr const char* kEscapeMessage =
+    R"(expected an escape: \n \t \r \" \' \\ or \u and four hexadecimal digits)";
+
+struct QuotedUnit {
+    char16_t unit = 0;
+    std::size_t length = 1;  ///< of what stands for it in the text
+};
+
+// The first unit inside quotes; none for an escape that there is not. A lone "\" at the end stands for
+// itself, as the quotes do not close then.
+std::optional<QuotedUnit> quotedUnit(std::u16string_view text) {
+    if (text.front() != u'\\' || text.size() == 1) return QuotedUnit{text.front()};
+    const bool isHex = text[1] == u'u';
+    const std::optional<char16_t> unit = isHex ? fourHexDigits(text.substr(2)) : simpleEscape(text[1]);
+    if (!unit) return std::nullopt;
+    return QuotedUnit{*unit, isHex ? std::size_t{6} : std::size_t{2}};
+}
+
 // A number by its whole text: a 64-bit integer, decimal or hexadecimal, or a real.
 struct NumberText {
     std::optional<Value> value;
@@ -151,20 +169,10 @@ Token PredicateLexer::quotedText() {
     std::u16string content;
     std::size_t i = start + 1;
     while (i < text_.size() && text_[i] != quote) {
-        if (text_[i] != u'\\') {
-            content.push_back(text_[i++]);
-            continue;
-        }
-        const std::u16string_view behind = text_.substr(i + 1);
-        if (behind.empty()) break;
-        const bool isHex = behind.front() == u'u';
-        const std::optional<char16_t> unit =
-            isHex ? fourHexDigits(behind.substr(1)) : simpleEscape(behind.front());
-        if (!unit)
-            return error(i,
-                         "expected an escape: \\n \\t \\r \\\" \\' \\\\ or \\u and four hexadecimal digits");
-        content.push_back(*unit);
-        i += isHex ? 6 : 2;
+        const std::optional<QuotedUnit> unit = quotedUnit(text_.substr(i));
+        if (!unit) return error(i, kEscapeMessage);
+        content.push_back(unit->unit);
+        i += unit->length;
     }
     if (i >= text_.size()) return error(start, "the quoted text does not end");
     Token text = token(Token::Kind::kLiteral, i + 1 - start);

@@ -36,7 +36,7 @@ Rank rankOf(const ValueView& value) {
     return Rank::kNumber;
 }
 
-int signOf(std::weak_ordering order) { return order < 0 ? -1 : order > 0 ? 1 : 0; }
+int signOf(std::weak_ordering order) { return std::is_lt(order) ? -1 : std::is_gt(order) ? 1 : 0; }
 
 template <class Number>
 int compareNumbers(Number left, Number right) {
