@@ -105,7 +105,7 @@ TEST(Locale, KeepsAnswersRightOverManyPatterns) {
     for (int round = 0; round < 2; ++round) {
         for (char16_t letter = u'a'; letter <= u'z'; ++letter) {
             const std::u16string pattern = std::u16string(u"d'") + letter + u"'";
-            EXPECT_EQ(written("2024-03-05", pattern), "5" + utf8FromText({&letter, 1}));
+            EXPECT_EQ(written("2024-03-05", pattern), std::string("5").append(utf8FromText({&letter, 1})));
         }
     }
 }

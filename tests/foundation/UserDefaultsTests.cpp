@@ -110,7 +110,8 @@ TEST_F(UserDefaultsTest, KeepsTheKeysOfOthersExactly) {
     ASSERT_TRUE(defaults.removeObjectForKey("ours"));
     EXPECT_EQ(defaults.objectForKey("theirs"), before);
     // In the binary form, 16 bytes with leading zeros are an integer without a sign.
-    const std::string unsignedInteger = "\x14" + std::string(8, '\0') + std::string(8, '\xFF');
+    const std::string unsignedInteger =
+        std::string(1, '\x14') + std::string(8, '\0') + std::string(8, '\xFF');
     EXPECT_NE(fileBytes(file_).find(unsignedInteger), std::string::npos);
 }
 
