@@ -30,6 +30,13 @@ void addCommands(CLI::App& app, Program& program) {
     app.fallthrough();
     addTodayCommand(app, program);
     addDemoCommand(app, program);
+    addTaskCommands(app, program);
+    addListCommands(app, program);
+    addAccountCommands(app, program);
+    addStoreCommands(app, program);
+    addTasksCommands(app, program);
+    addExportCommands(app, program);
+    addConfigCommand(app, program);
 }
 
 // The command that was being read when the parser gave up.

@@ -1,0 +1,151 @@
+// `corvane export` and `corvane import`: task lists to and from files.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <memory>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/corvane/CommandLine.h"
+#include "apps/corvane/NewPlaces.h"
+#include "apps/corvane/StoreNames.h"
+#include "apps/corvane/TaskImport.h"
+#include "apps/corvane/TaskQuery.h"
+#include "model/Accounts.h"
+#include "platform/foundation/FileContents.h"
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+#include "text/HtmlEscaping.h"
+
+namespace corvane {
+namespace {
+
+struct ExportOptions {
+    TaskQueryOptions query;
+    std::string title;
+    std::string output;
+    bool tree = false;
+    bool html = false;
+    bool page = false;
+};
+
+std::u16string pageAround(const std::u16string& fragment, const std::u16string& title) {
+    const std::u16string name = gtm_stringByEscapingForHTML(title.empty() ? std::u16string(u"Tasks") : title);
+    return u"<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" + name +
+           u"</title>\n</head>\n<body>\n" + fragment + u"\n</body>\n</html>\n";
+}
+
+std::string exportedText(Program& program, const ExportOptions& options) {
+    const std::vector<GTask*> tasks = fetchTasks(program, options.query);
+    const std::u16string title = textFromUtf8(options.title);
+    const std::optional<std::u16string_view> heading =
+        title.empty() ? std::nullopt : std::optional<std::u16string_view>(title);
+    const bool html = options.html || options.page;
+    const std::u16string text = GSData::stringOfTasks(tasks, heading, options.tree, html);
+    return utf8FromText(options.page ? pageAround(text, title) : text);
+}
+
+void runExport(Program& program, const ExportOptions& options) {
+    const std::string text = exportedText(program, options);
+    if (options.output.empty() || options.output == "-") return program.printData(text);
+    const std::error_code error = writeFileAtomically(
+        options.output, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+    if (error) throw CommandFailure("\"" + options.output + "\" could not be written: " + error.message());
+}
+
+struct ImportOptions {
+    std::string file;
+    std::string list;
+    std::string account;
+    bool dryRun = false;
+};
+
+constexpr std::size_t kLargestImport = std::size_t{64} << 20;
+
+std::string contents(const std::string& file) {
+    const std::filesystem::path path = file == "-" ? "/dev/stdin" : file;
+    const auto read = contentsOfFile(path, kLargestImport);
+    if (const auto* error = std::get_if<std::error_code>(&read)) {
+        throw CommandFailure("\"" + file + "\" could not be read: " + error->message());
+    }
+    const auto& bytes = std::get<std::vector<std::uint8_t>>(read);
+    return std::string(bytes.begin(), bytes.end());
+}
+
+GUser& accountForImport(GSData& data, const ImportOptions& options) {
+    if (!options.account.empty()) return accountNamed(data, options.account);
+    GUser* account = defaultAccount(data.viewContext());
+    return account ? *account : makeFirstAccount(data);
+}
+
+// The list named on the command line takes everything; otherwise each list of the file becomes a list, one of
+// the same name taking its tasks, and tasks without a list go to the default list.
+GList& listForImport(GSData& data, GUser& account, const ImportedList& imported,
+                     const ImportOptions& options) {
+    constexpr std::int32_t kAtTheEnd = -1;
+    if (!options.list.empty()) return listNamed(data, options.list, &account);
+    if (!imported.name || imported.name->empty()) {
+        GList* list = account.defaultList();
+        return list ? *list : makeList(account, localizedString("Tasks"), kAtTheEnd);
+    }
+    for (GList* list : account.orderedLists()) {
+        if (list->name() == *imported.name) return *list;
+    }
+    return makeList(account, *imported.name, kAtTheEnd);
+}
+
+void addToStore(Program& program, const Import& import, const ImportOptions& options) {
+    GSData& data = program.storeToChange();
+    GUser& account = accountForImport(data, options);
+    for (const ImportedList& list : import.lists) {
+        if (!list.tasks.empty()) addImportedTasks(listForImport(data, account, list, options), list.tasks);
+    }
+    program.save();
+}
+
+void runImport(Program& program, const ImportOptions& options) {
+    const ImportResult result = importFromData(contents(options.file));
+    if (const auto* problem = std::get_if<std::string>(&result)) {
+        throw CommandFailure("\"" + options.file + "\": " + *problem);
+    }
+    const Import& import = std::get<Import>(result);
+    for (const std::string& problem : import.problems) say(problem);
+    const auto count = static_cast<std::int64_t>(import.taskCount());
+    if (!options.dryRun) addToStore(program, import, options);
+    program.printLine(
+        utf8FromText(stringWithFormat(options.dryRun ? localizedString("%d tasks would be imported.", count)
+                                                     : localizedString("%d tasks imported.", count),
+                                      {count})));
+}
+
+void addExport(CLI::App& app, Program& program) {
+    const auto options = std::make_shared<ExportOptions>();
+    CLI::App& command = *app.add_subcommand("export", "Write tasks as text or HTML");
+    addTaskQueryOptions(command, options->query);
+    command.add_option("--title", options->title, "A heading");
+    command.add_flag("--tree", options->tree, "Show the tree of subtasks");
+    CLI::Option* html = command.add_flag("--html", options->html, "An HTML fragment");
+    command.add_flag("--page", options->page, "A complete HTML page")->excludes(html);
+    command.add_option("--output", options->output, "A file, written whole or not at all")->type_name("FILE");
+    command.callback([&program, options] { runExport(program, *options); });
+}
+
+void addImport(CLI::App& app, Program& program) {
+    const auto options = std::make_shared<ImportOptions>();
+    CLI::App& command = *app.add_subcommand(
+        "import", "Take tasks from plain text, Google Tasks' Takeout JSON or iCalendar to-dos");
+    command.add_option("file", options->file, "The file; - is standard input")->required();
+    command.add_option("--list", options->list, "The list that takes all tasks");
+    command.add_option("--account", options->account, "The account that takes them");
+    command.add_flag("--dry-run", options->dryRun, "Only say what would be imported");
+    command.callback([&program, options] { runImport(program, *options); });
+}
+
+}  // namespace
+
+void addExportCommands(CLI::App& app, Program& program) {
+    addExport(app, program);
+    addImport(app, program);
+}
+
+}  // namespace corvane

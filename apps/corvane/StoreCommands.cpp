@@ -1,0 +1,81 @@
+// `corvane store check` and `store repair`.
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/corvane/CommandLine.h"
+#include "apps/corvane/StoreJson.h"
+#include "apps/corvane/StoreNames.h"
+#include "apps/host/StoreCheck.h"
+#include "platform/foundation/Text.h"
+
+namespace corvane {
+namespace {
+
+const char* nameOf(FaultKind kind) {
+    switch (kind) {
+        case FaultKind::kReference:
+            return "reference";
+        case FaultKind::kDueDate:
+            return "due date";
+        case FaultKind::kCompletion:
+            return "completion";
+        case FaultKind::kRepeat:
+            return "repeat";
+        case FaultKind::kDefault:
+            return "default";
+        case FaultKind::kOrder:
+            return "order";
+    }
+    return "";
+}
+
+void printFaults(Program& program, const std::vector<StoreFault>& faults, const std::string& whenNone) {
+    if (program.options.json) {
+        Json json = Json::array();
+        for (const StoreFault& fault : faults) {
+            json.push_back({
+                {"kind", nameOf(fault.kind)      },
+                {"text", utf8FromText(fault.text)}
+            });
+        }
+        return program.printData(jsonText(json));
+    }
+    if (faults.empty()) return program.printLine(whenNone);
+    for (const StoreFault& fault : faults) {
+        program.printLine(std::string(nameOf(fault.kind)) + ": " + shownText(fault.text));
+    }
+}
+
+void check(Program& program) {
+    const std::vector<StoreFault> faults = checkStore(program.store().viewContext());
+    printFaults(program, faults, "The store is sound.");
+    if (!faults.empty()) program.exitCode = kFailed;
+}
+
+void repair(Program& program) {
+    ManagedObjectContext& context = program.store().viewContext();
+    const std::vector<StoreFault> mended = repairStore(context);
+    program.save();
+    printFaults(program, mended, "The store is sound; nothing was to mend.");
+    const std::vector<StoreFault> left = checkStore(context);
+    if (left.empty()) return;
+    for (const StoreFault& fault : left) say("left: " + shownText(fault.text));
+    program.exitCode = kFailed;
+}
+
+}  // namespace
+
+void addStoreCommands(CLI::App& app, Program& program) {
+    CLI::App& noun = *app.add_subcommand("store", "Check and repair the store");
+    noun.require_subcommand(1);
+    noun.add_subcommand("check", "Say what is unsound; exit code 1 when something is")->callback([&program] {
+        check(program);
+    });
+    noun.add_subcommand("repair", "Mend what is unsound and say what was done")->callback([&program] {
+        repair(program);
+    });
+}
+
+}  // namespace corvane

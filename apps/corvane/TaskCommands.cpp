@@ -1,0 +1,42 @@
+#include "apps/corvane/TaskCommands.h"
+
+#include <CLI/CLI.hpp>
+
+#include "apps/corvane/CommandLine.h"
+#include "apps/corvane/StoreJson.h"
+#include "apps/corvane/StoreNames.h"
+
+namespace corvane {
+
+void printChangedTask(Program& program, const GTask& task, const std::string& sentence) {
+    if (program.options.json) return program.printData(jsonText(taskJson(task)));
+    program.printLine(sentence);
+}
+
+void refuseReadonly(const GList& list) {
+    if (list.isReadonly()) throw CommandFailure("the list " + quotedName(list.name()) + " is read-only");
+}
+
+GTask& changeable(GTask& task) {
+    if (const GList* list = task.list()) refuseReadonly(*list);
+    return task;
+}
+
+std::string countedTasks(std::size_t count) {
+    return count == 1 ? "1 task" : std::to_string(count) + " tasks";
+}
+
+void addTaskCommands(CLI::App& app, Program& program) {
+    CLI::App& noun = *app.add_subcommand("task", "Add, show, change and complete tasks");
+    noun.require_subcommand(1);
+    noun.footer(
+        "TASK is a number of the last \"task list\", an identifier like p12, or a piece of the title.");
+    addTaskAddCommand(noun, program);
+    addTaskListingCommands(noun, program);
+    addTaskCompletionCommands(noun, program);
+    addTaskEditCommands(noun, program);
+    addTaskPlaceCommands(noun, program);
+    addTaskDeleteCommand(noun, program);
+}
+
+}  // namespace corvane

@@ -1,0 +1,92 @@
+// `corvane task move` and `task copy`.
+#include <memory>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/corvane/NewPlaces.h"
+#include "apps/corvane/StoreNames.h"
+#include "apps/corvane/TaskCommands.h"
+#include "model/TaskTree.h"
+
+namespace corvane {
+namespace {
+
+enum class Action { kMove, kCopy };
+
+struct Options {
+    std::string task;
+    PlaceOptions place;
+};
+
+void stampTree(GTask& task) {
+    for (const TaskInTree& entry : liveTree(task)) entry.task->updateLastModified();
+}
+
+// The model leaves these to its callers.
+void refuseOwnTree(const GTask& task, const NewPlace& place) {
+    for (const GTask* next : {place.parent, place.previous}) {
+        if (next && (next == &task || next->hasParent(&task))) {
+            throw CommandFailure("a task cannot move to a place below itself");
+        }
+    }
+}
+
+GTask& movedTask(GTask& task, const NewPlace& place) {
+    const bool changesList = place.list != task.list();
+    refuseOwnTree(task, place);
+    if (changesList) {
+        for (const TaskInTree& entry : liveTree(task)) entry.task->updateLastModified();
+    }
+    // No previous sibling and a parent that is the own one mean the first place below it.
+    GTask& moved = task.moveToList(*place.list, place.parent, place.previous);
+    if (changesList) {
+        stampTree(moved);
+    } else {
+        moved.updateLastModified();
+    }
+    return moved;
+}
+
+GTask& copiedTask(GTask& task, const NewPlace& place) {
+    GTask& copy = task.cloneToList(*place.list, place.parent, place.previous);
+    stampTree(copy);
+    return copy;
+}
+
+void placeTask(Program& program, const Options& options, Action action) {
+    GSData& data = program.store();
+    GTask& task = taskNamed(data, options.task);
+    if (options.place.isEmpty() && action == Action::kMove) {
+        throw CommandFailure("say where to: --list, --account, --parent, --after or --first", kUsage);
+    }
+    if (action == Action::kMove) changeable(task);
+    const NewPlace place = placeForTask(data, task, options.place);
+    refuseReadonly(*place.list);
+    GTask& result = action == Action::kMove ? movedTask(task, place) : copiedTask(task, place);
+    program.save();
+    std::string sentence = action == Action::kMove ? "Moved " : "Copied ";
+    sentence += quotedName(result.name()) + " to " + quotedName(place.list->name());
+    if (const std::size_t below = result.countTotalSubTasks()) {
+        sentence += " with " + countedTasks(below) + " below it";
+    }
+    printChangedTask(program, result, sentence + " (" + shortIdentifier(result) + ")");
+}
+
+void addPlacing(CLI::App& noun, Program& program, const char* verb, const char* help, Action action) {
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *noun.add_subcommand(verb, help);
+    command.add_option("TASK", options->task, "A task; the tasks below it go with it")->required();
+    addPlaceOptions(command, options->place);
+    command.callback([&program, options, action] { placeTask(program, *options, action); });
+}
+
+}  // namespace
+
+void addTaskPlaceCommands(CLI::App& noun, Program& program) {
+    addPlacing(noun, program, "move", "Move a task within its list or to another one", Action::kMove);
+    addPlacing(noun, program, "copy", "Copy a task, to the end of its list unless told otherwise",
+               Action::kCopy);
+}
+
+}  // namespace corvane
