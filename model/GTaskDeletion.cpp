@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "model/ContextOf.h"
 #include "model/DisplayOrder.h"
 #include "model/GList.h"
 #include "model/GTask.h"
@@ -19,14 +20,14 @@ void closeGap(const std::vector<GTask*>& order, std::int64_t position) {
 
 /// Marks a task removed. @return the list's order afterwards, which a cache of the list may know only as it
 /// was before
-std::vector<GTask*> orderAfterRemoving(GTask& task, const GList& list) {
-    if (list.useCachedOrderedAllTasks()) {
-        task.setRemoved(true);
-        return list.orderedAllTasks();
-    }
+std::vector<GTask*> orderAfterRemoving(GTask& task) {
+    const GList* list = task.list();
+    std::vector<GTask*> order;
     // Read before there is a change that the reading would have to judge.
-    std::vector<GTask*> order = list.orderedAllTasks();
+    const bool readsBefore = list && !list->useCachedOrderedAllTasks();
+    if (readsBefore) order = list->orderedAllTasks();
     task.setRemoved(true);
+    if (list && !readsBefore) return list->orderedAllTasks();
     std::erase(order, &task);
     return order;
 }
@@ -40,9 +41,8 @@ void leaveTree(GTask& task, bool purge) {
         if (!purge) child->updateLastModified();
     }
     if (task.id() && !purge) return;
-    ManagedObjectContext* context = task.managedObjectContext();
     task.setList(nullptr);
-    context->deleteObject(task);
+    contextOf(task).deleteObject(task);
 }
 
 // In a sound order each of them has moved to `position` by the time of its own deletion, and what stands
@@ -75,13 +75,9 @@ void deleteOneByOne(std::vector<GTask*>& order, const GList* list, std::span<GTa
 
 /// Deletes one task. @return the list's order afterwards
 std::vector<GTask*> deleteAlone(GTask& task, bool purge) {
-    std::vector<GTask*> order;
-    if (GList* list = task.list()) {
-        order = orderAfterRemoving(task, *list);
-        closeGap(order, task.displayOrder());
-        list->resetOrderedAllTasks();
-    }
-    task.setRemoved(true);
+    std::vector<GTask*> order = orderAfterRemoving(task);
+    closeGap(order, task.displayOrder());
+    if (GList* list = task.list()) list->resetOrderedAllTasks();
     leaveTree(task, purge);
     return order;
 }

@@ -1,7 +1,6 @@
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
+#include "model/ContextOf.h"
 #include "model/DisplayOrder.h"
 #include "model/GList.h"
 #include "model/GTask.h"
@@ -10,13 +9,6 @@
 
 namespace corvane {
 namespace {
-
-ManagedObjectContext& contextOf(const GTask& task) {
-    ManagedObjectContext* moc = task.managedObjectContext();
-    if (moc) return *moc;
-    std::fputs("Assertion failed: moc != nil\n", stderr);
-    std::abort();
-}
 
 /// Calls `visit` on the parent, its parent and so on until it answers false. In a circle of parents it ends
 /// after every one of them was visited at least once.

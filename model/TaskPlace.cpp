@@ -1,5 +1,6 @@
 #include "model/TaskPlace.h"
 
+#include "model/ContextOf.h"
 #include "model/DisplayOrder.h"
 #include "model/TaskTree.h"
 #include "platform/foundation/Environment.h"
@@ -48,7 +49,7 @@ void readAgain(std::vector<GTask*>& order, const GList& list) {
 GTask& insertNewTask(GList& list, const std::vector<GTask*>& order, std::int64_t position, GTask* parent) {
     constexpr std::int64_t kOneFurther = 1;
     renumber(order, position, static_cast<std::int64_t>(order.size()), kOneFurther);
-    GTask& task = list.managedObjectContext()->insert<GTask>();
+    GTask& task = contextOf(list).insert<GTask>();
     task.setCreatedTimestamp(now());
     task.setDisplayOrder(displayOrderOfPosition(position));
     task.setList(&list);

@@ -88,6 +88,7 @@ TEST_F(TaskTreeTest, RenumbersInTreeOrder) {
         {"A(B@9(C@1) D@3)",    true,  "A(D B(C))"     },
         {"A@-3 B@-9(C@-9)",    true,  "B(C) A"        },
         {"A@4 B@4 C@4",        true,  "A B C"         }, // ties in store order
+        {"A(C@2) B@1",         true,  "A(C) B"        },
         {"A(B*(C@8) D@5) E@1", true,  "A(D B*(C@8)) E"},
         {"",                   false, ""              },
     };
