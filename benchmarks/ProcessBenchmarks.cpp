@@ -29,7 +29,8 @@ namespace {
 constexpr const char* kNow = "2024-03-05T12:00:00Z";
 constexpr const char* kTomorrow = "731376000";  // 2024-03-06 00:00 UTC
 
-// 200 tasks are due; of the others half are completed, a fifth has no due date, the rest is due later.
+// 200 tasks are due, and the first twenty of them today at a time of day. Of the others half are completed, a
+// fifth has no due date, the rest is due later.
 constexpr const char* kFill = R"sql(
 INSERT INTO ZGUSER (Z_PK, Z_ENT, Z_OPT, ZACCOUNTTYPE, ZDISPLAYORDER, ZNAME)
     SELECT 1, Z_ENT, 1, 0, 0, 'Me' FROM Z_PRIMARYKEY WHERE Z_NAME = 'GUser';
@@ -40,9 +41,12 @@ INSERT INTO ZGLIST (Z_PK, Z_ENT, Z_OPT, ZNAME, ZUSER, ZDISPLAYORDER, ZREMOVED, Z
 WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i + 1 < $COUNT)
 INSERT INTO ZGTASK (Z_PK, Z_ENT, Z_OPT, ZNAME, ZLIST, ZDISPLAYORDER, ZPRIORITY, ZREMOVED, ZCOMPLETED,
                     ZHASDUEDATE, ZHASDUETIME, ZDUEDATE, ZALERTREPEAT, ZNOTES)
-    SELECT i + 1, Z_ENT, 1, 'Call and write number ' || i, 1 + i % 48, i / 48 % 30000, i * 7 % 6 * 10, 0,
-           i % ($COUNT / 200) <> 0 AND i % 2, i % ($COUNT / 200) = 0 OR i % 5 <> 0, i % 3 = 0,
-           CASE WHEN i % ($COUNT / 200) = 0 THEN 731332800 - i * 31 % 60 * 86400 + i * 17 % 600 * 60
+    SELECT i + 1, Z_ENT, 1, 'Call and write number ' || i, 1 + i % 48, i / 48 % 30000,
+           CASE WHEN i % ($COUNT / 20) = 0 THEN 70 ELSE i * 7 % 6 * 10 END, 0,
+           i % ($COUNT / 200) <> 0 AND i % 2, i % ($COUNT / 200) = 0 OR i % 5 <> 0,
+           i % 3 = 0 OR i % ($COUNT / 20) = 0,
+           CASE WHEN i % ($COUNT / 20) = 0 THEN 731332800 + i % 7 * 600
+                WHEN i % ($COUNT / 200) = 0 THEN 731332800 - i * 31 % 60 * 86400 + i * 17 % 600 * 60
                 ELSE 731332800 + (1 + i % 365) * 86400 END,
            0, CASE WHEN i % 10 < 3 THEN 'Ask first whether there is one left' END
     FROM n, Z_PRIMARYKEY WHERE Z_NAME = 'GTask';
