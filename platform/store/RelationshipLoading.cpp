@@ -75,8 +75,10 @@ void putMembers(ManagedObject& owner, PropertyIndex toMany, std::uint32_t epoch,
     Slot& slot = ObjectState::of(owner).ensureSlots()[toMany];
     auto* list = std::get_if<std::unique_ptr<MemberList>>(&slot);
     if (!list) list = &slot.emplace<std::unique_ptr<MemberList>>(std::make_unique<MemberList>());
-    // Somebody may be walking over the members; where nothing changed, nothing moves.
-    if ((*list)->objects != members) (*list)->objects = std::move(members);
+    if ((*list)->objects != members) {
+        (*list)->replaced = std::move((*list)->objects);
+        (*list)->objects = std::move(members);
+    }
     (*list)->epoch = epoch;
 }
 

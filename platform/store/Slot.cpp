@@ -14,6 +14,8 @@ namespace corvane {
 
 namespace {
 
+static_assert(sizeof(Slot) == 16, "one slot per property of every object");
+
 bool isAscii(std::string_view text) {
     constexpr std::uint64_t kHighBits = 0x8080808080808080;
     std::size_t i = 0;

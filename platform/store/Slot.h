@@ -18,6 +18,8 @@ namespace corvane {
 /// The members of a to-many relationship, in its own order.
 struct MemberList {
     std::vector<ManagedObject*> objects;
+    /// What the last reading replaced: somebody may still be walking over it.
+    std::vector<ManagedObject*> replaced;
     std::uint32_t epoch = 0;  ///< of the load that filled it; 0: only what unsaved changes have put in
 };
 

@@ -108,12 +108,14 @@ TEST_F(FetchingTest, ObjectsAreTheSameAndTakeFreshValues) {
     EXPECT_EQ(shelf.name(), u"U0");
     executeElsewhere("UPDATE ZBOOK SET ZPAGES = 500 WHERE ZTITLE = 'U0a'; UPDATE ZSHELF SET ZNAME = 'W'");
     EXPECT_EQ(book.pages(), 0);
+    int freshened = shelf.timesFreshened;
     for (const std::size_t batchSize : {0, 3}) {
         FetchRequest request = shelvedBooks(batchSize);
         request.relationshipKeyPathsForPrefetching = {"shelf"};
         EXPECT_EQ(fetched(context(), request).front(), &book);
         EXPECT_EQ(book.pages(), 500);
         EXPECT_EQ(shelf.name(), u"W");
+        EXPECT_EQ(shelf.timesFreshened, ++freshened);
         EXPECT_FALSE(context().hasChanges());
         executeElsewhere("UPDATE ZBOOK SET ZPAGES = 500, Z_OPT = Z_OPT + 1");
     }
