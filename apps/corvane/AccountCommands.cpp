@@ -38,6 +38,11 @@ void addAccount(Program& program, const AccountOptions& options) {
     printChangedAccount(program, account, "Added the account " + quotedName(account.name()));
 }
 
+std::string countedLists(const GUser& account) {
+    const std::size_t count = account.orderedLists().size();
+    return count == 1 ? "1 list" : std::to_string(count) + " lists";
+}
+
 std::string kindOf(const GUser& account) {
     if (account.accountType() == kLocalAccountType) return "on this device";
     if (account.accountType() == kUnlistedAccountType) return "unlisted";
@@ -51,10 +56,9 @@ void showAccounts(Program& program, const AccountOptions&) {
     std::string lines;
     std::size_t number = 0;
     for (const GUser* account : accountsInOrder(data)) {
-        const std::size_t lists = account->orderedLists().size();
         lines += std::to_string(++number) + " " +
                  (account->name() && !account->name()->empty() ? shownText(*account->name()) : "(untitled)") +
-                 "  " + kindOf(*account) + ", " + (lists == 1 ? "1 list" : std::to_string(lists) + " lists") +
+                 "  " + kindOf(*account) + ", " + countedLists(*account) +
                  (account == defaultOne ? ", default" : "") + "\n";
         json.push_back(accountJson(*account));
     }
@@ -118,10 +122,9 @@ void deleteAccount(Program& program, const AccountOptions& options) {
     if (isLast) refuseUnlisted(account);
     const std::string name = quotedName(account.name());
     const Json json = accountJson(account);
-    const std::string contents =
-        std::to_string(account.orderedLists().size()) + " lists and " + countedTasks(countOfTasks(account));
+    const std::string contents = countedLists(account) + " and " + countedTasks(countOfTasks(account));
     if (!options.dryRun) {
-        account.deleteAccount();
+        isLast ? makeLocal(data, account) : account.deleteAccount();
         program.save();
     }
     if (program.options.json) return program.printData(jsonText(json));

@@ -1,8 +1,10 @@
 #include "apps/corvane/CommandLine.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -25,18 +27,43 @@ void addGlobalOptions(CLI::App& app, Program& program) {
     app.set_help_flag("-h,--help", "Print this help and exit");
 }
 
-void addCommands(CLI::App& app, Program& program) {
+struct Nouns {
+    std::array<std::string_view, 2> names;
+    void (*add)(CLI::App& app, Program& program);
+};
+constexpr Nouns kNouns[] = {
+    {{"today"},            addTodayCommand   },
+    {{"demo"},             addDemoCommand    },
+    {{"task"},             addTaskCommands   },
+    {{"list"},             addListCommands   },
+    {{"account"},          addAccountCommands},
+    {{"store"},            addStoreCommands  },
+    {{"tasks", "filters"}, addTasksCommands  },
+    {{"export", "import"}, addExportCommands },
+    {{"config"},           addConfigCommand  },
+};
+
+// The nouns that the first word names; null where the line begins in another way.
+const Nouns* namedNouns(int argumentCount, const char* const* arguments) {
+    for (int i = 1; i < argumentCount; ++i) {
+        const std::string_view word = arguments[i];
+        const bool takesValue = word == "--container" || word == "--now";
+        if (takesValue) ++i;
+        if (takesValue || word.starts_with('-')) continue;
+        const auto nouns = std::ranges::find_if(kNouns, [word](const Nouns& candidate) {
+            return !word.empty() && std::ranges::find(candidate.names, word) != candidate.names.end();
+        });
+        return nouns == std::end(kNouns) ? nullptr : nouns;
+    }
+    return nullptr;
+}
+
+// A parser of all commands takes longer to make than most of them take to run: one that is named is enough.
+void addCommands(CLI::App& app, Program& program, const Nouns* named) {
     app.require_subcommand(1);
     app.fallthrough();
-    addTodayCommand(app, program);
-    addDemoCommand(app, program);
-    addTaskCommands(app, program);
-    addListCommands(app, program);
-    addAccountCommands(app, program);
-    addStoreCommands(app, program);
-    addTasksCommands(app, program);
-    addExportCommands(app, program);
-    addConfigCommand(app, program);
+    if (named) return named->add(app, program);
+    for (const Nouns& nouns : kNouns) nouns.add(app, program);
 }
 
 // The command that was being read when the parser gave up.
@@ -55,7 +82,8 @@ std::string reason(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App& command = innermostCommand(app);
     const bool needsCommand = command.get_require_subcommand_min() > 0 && command.get_subcommands().empty();
     if (!needsCommand || error.get_name() != "RequiredError") return error.what();
-    const std::vector<std::string> rest = command.remaining();
+    constexpr bool kOfEveryLevel = true;
+    const std::vector<std::string> rest = app.remaining(kOfEveryLevel);
     const std::string help = "; see " + nameOf(command) + " --help";
     return (rest.empty() ? "a command is missing" : "there is no command \"" + rest.front() + "\"") + help;
 }
@@ -79,7 +107,7 @@ int runCommandLine(int argumentCount, const char* const* arguments) {
     Program program;
     CLI::App app("The today widget and the task store in the terminal.", "corvane");
     addGlobalOptions(app, program);
-    addCommands(app, program);
+    addCommands(app, program, namedNouns(argumentCount, arguments));
     // Options are in force before the first command runs, wherever they stand.
     app.parse_complete_callback([&program] {
         if (const auto problem = setUpProgramEnvironment(program.options.environment)) {

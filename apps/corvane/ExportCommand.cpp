@@ -45,9 +45,13 @@ std::string exportedText(Program& program, const ExportOptions& options) {
     return utf8FromText(options.page ? pageAround(text, title) : text);
 }
 
+std::string_view withoutLastLineFeed(std::string_view text) {
+    return text.ends_with('\n') ? text.substr(0, text.size() - 1) : text;
+}
+
 void runExport(Program& program, const ExportOptions& options) {
     const std::string text = exportedText(program, options);
-    if (options.output.empty() || options.output == "-") return program.printData(text);
+    if (options.output.empty() || options.output == "-") return program.printData(withoutLastLineFeed(text));
     const std::error_code error = writeFileAtomically(
         options.output, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
     if (error) throw CommandFailure("\"" + options.output + "\" could not be written: " + error.message());
@@ -98,7 +102,10 @@ void addToStore(Program& program, const Import& import, const ImportOptions& opt
     GSData& data = program.storeToChange();
     GUser& account = accountForImport(data, options);
     for (const ImportedList& list : import.lists) {
-        if (!list.tasks.empty()) addImportedTasks(listForImport(data, account, list, options), list.tasks);
+        if (list.tasks.empty()) continue;
+        if (!addImportedTasks(listForImport(data, account, list, options), list.tasks)) {
+            throw CommandFailure("a list cannot hold so many tasks; nothing was imported");
+        }
     }
     program.save();
 }

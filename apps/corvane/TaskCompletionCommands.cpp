@@ -21,7 +21,7 @@ std::string sentence(const GTask& task, const CompletionResult& result, bool isD
     if (!result.isChanged) return text + (isDone ? " was done already" : " was open already");
     text = (isDone ? "Done: " : "Open again: ") + text;
     if (result.nextDueDate) text += ", next due " + shownText(dueInWords(task));
-    if (result.otherTasks > 0) text += ", " + countedTasks(result.otherTasks) + " more with it";
+    if (result.otherTasks > 0) text += ", " + std::to_string(result.otherTasks) + " more with it";
     return text;
 }
 

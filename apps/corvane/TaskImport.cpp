@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "model/DisplayOrder.h"
 #include "model/GTask.h"
+#include "model/TaskPlace.h"
 #include "platform/foundation/RegularExpression.h"
 #include "text/HtmlText.h"
 
@@ -102,19 +104,21 @@ std::u16string readableText(std::u16string_view text) {
     return looksLikeHtml(text) ? stringByConvertingHTMLToPlainText(text) : std::u16string(text);
 }
 
-void addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks) {
-    const std::vector<GTask*> roots = list.orderedRootTasks();
-    GTask* lastRoot = roots.empty() ? nullptr : roots.back();
+bool addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks) {
+    const std::size_t first = list.orderedAllTasks().size();
+    if (first + tasks.size() > kMaximumSoundOrder) return false;
+    // Behind everything else nothing has to make room, so that the order is read once for all of them.
+    const std::vector<GTask*> nothingToMove;
     std::vector<GTask*> added;
-    std::vector<GTask*> lastChildren(tasks.size(), nullptr);
     for (const ImportedTask& imported : tasks) {
         GTask* parent = imported.parent ? added[*imported.parent] : nullptr;
-        GTask*& previous = imported.parent ? lastChildren[*imported.parent] : lastRoot;
-        GTask& task = GTask::insertNewTaskToList(list, parent, previous);
+        const auto position = static_cast<std::int64_t>(first + added.size());
+        GTask& task = insertNewTask(list, nothingToMove, position, parent);
         fill(task, imported);
-        previous = &task;
         added.push_back(&task);
     }
+    list.resetOrderedAllTasks();
+    return true;
 }
 
 }  // namespace corvane

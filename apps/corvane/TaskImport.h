@@ -32,7 +32,7 @@ struct ImportedTask {
 
 struct ImportedList {
     std::optional<std::u16string> name;
-    std::vector<ImportedTask> tasks;  ///< parents before children
+    std::vector<ImportedTask> tasks;  ///< in tree order: each followed by its subtree
 };
 
 struct Import {
@@ -59,7 +59,8 @@ ImportedList inTreeOrder(ImportedList list);
 /// Plain text of a name or notes that hold HTML; other texts as they are.
 std::u16string readableText(std::u16string_view text);
 
-/// Appends the tasks to a list, in their order, by the model's own operations.
-void addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks);
+/// Appends the tasks to a list, in their order.
+/// @return false when the list cannot hold them all; none was added then
+[[nodiscard]] bool addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks);
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -73,7 +74,8 @@ StoreError readingError(const Path& file, Reading reading, const StoreError& rep
 
 std::optional<StoreError> lookAt(const PersistentStoreDescription& description,
                                  const ManagedObjectModel& model, Access access) {
-    const auto opened = SqliteDatabase::open(description.file, access, description.busyTimeout);
+    constexpr std::chrono::milliseconds kNoWaiting{0};
+    const auto opened = SqliteDatabase::open(description.file, access, kNoWaiting);
     if (const auto* error = std::get_if<StoreError>(&opened)) return *error;
     SqliteDatabase& database = *std::get<0>(opened);
     const Reading reading = StoreSchema::recognise(database, model);

@@ -135,7 +135,7 @@ TEST_F(TodayProcess, AnEmptyStoreIsAFreeDay) {
 
 TEST_F(TodayProcess, WrongUsageEndsWithTwoAndOneLine) {
     const std::vector<std::vector<std::string>> kWrong = {
-        {        },
+        {                                            },
         {                   "nonsense"  },
         {          "today",      "--mode", "huge"},
         {  "today",       "--compact-size", "359"},
@@ -145,7 +145,7 @@ TEST_F(TodayProcess, WrongUsageEndsWithTwoAndOneLine) {
         {        "today",            "--nonsense"},
         {      "today",            "--json", "--format", "line"},
         {           "today", "--now", "yesterday"},
-        {             "today",      "and", "more"},
+        {                                                   "today",      "and", "more"},
     };
     for (const std::vector<std::string>& arguments : kWrong) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -243,18 +243,25 @@ TEST_F(StoreFileTest, ReadsEveryStorageClassAndBrokenTexts) {
 
 TEST_F(StoreFileTest, BindsEveryKindOfValue) {
     const auto store = openedStore(file);
-    const std::pair<Value, const char*> rows[] = {
-        {Value(),                            "null NULL"       },
-        {true,                               "integer 1"       },
-        {std::int64_t{-7},                   "integer -7"      },
-        {0.25,                               "real 0.25"       },
-        {Date(TimeInterval(731332800.5)),    "real 731332800.5"},
-        {std::u16string(u"Br\u00F6t"),       "text 'Br\u00F6t'"},
-        {std::u16string(),                   "text ''"         },
-        {std::u16string{u'a', 0xD83D, u'b'}, "text 'a\uFFFDb'" },
-        {std::u16string(u"a\0b",             3),                 "text 'a"},
-        {Bytes{0x00, 0xFF},                                  "blob X'00FF'"                                   },
-        {Bytes(),                                  "blob X''"          },
+    const std::u16string loneSurrogate = {u'a', 0xD83D, u'b'};
+    const std::u16string withZero(u"a\0b", 3);
+    const Bytes bytes = {0x00, 0xFF};
+    struct Row {
+        Value value;
+        const char* expected;  ///< storage class, literal up to a zero, length
+    };
+    const Row rows[] = {
+        {Value(),                         "null NULL"          },
+        {true,                            "integer 1 1"        },
+        {std::int64_t{-7},                "integer -7 2"       },
+        {0.25,                            "real 0.25 4"        },
+        {Date(TimeInterval(731332800.5)), "real 731332800.5 11"},
+        {std::u16string(u"Br\u00F6t"),    "text 'Br\u00F6t' 5" },
+        {std::u16string(),                "text '' 0"          },
+        {loneSurrogate,                   "text 'a\uFFFDb' 5"  },
+        {withZero,                        "text 'a' 3"         },
+        {bytes,                           "blob X'00FF' 2"     },
+        {Bytes(),                         "blob X'' 0"         },
     };
     auto prepared = store->prepare(
         "SELECT typeof(?1) || ' ' || quote(?1) || ifnull(' ' || length(CAST(?1 AS BLOB)), '')");
@@ -262,7 +269,7 @@ TEST_F(StoreFileTest, BindsEveryKindOfValue) {
     for (const auto& [value, expected] : rows) {
         statement.bind(1, value);
         ASSERT_EQ(statement.step(), SqliteStatement::Step::kRow);
-        EXPECT_THAT(std::string(statement.utf8(0)), testing::StartsWith(expected));
+        EXPECT_EQ(statement.utf8(0), expected);
         statement.reset();
     }
     statement.bindInteger(9, 1);

@@ -1,0 +1,115 @@
+// The commands that ask, export, import and configure, in processes of their own.
+#include <gtest/gtest.h>
+
+#include "CorvaneProcess.h"
+#include "model/GSData.h"
+#include "support/FileBytes.h"
+#include "support/TestEnvironment.h"
+
+namespace corvane {
+namespace {
+
+using Command = std::vector<std::string>;
+
+class QueryProcessTest : public testing::Test {
+  protected:
+    QueryProcessTest() {
+        output({"task", "add", "Milk", "--due", "today", "--notes", "<b>"});
+        output({"task", "add", "Skimmed", "--parent", "milk"});
+        output({"task", "add", "Later", "--due", "2025-01-01", "--priority", "50"});
+    }
+    ProcessEnvironment environment() const {
+        return {
+            {"XDG_STATE_HOME", (directory_.path() / "state").string()}
+        };
+    }
+    ProcessResult run(const Command& command, const std::string& input = {}) const {
+        return corvane_.run(command, environment(), input);
+    }
+    std::string output(const Command& command) const { return corvane_.output(command, environment()); }
+    void expectFailure(const Command& command, int exitCode, const std::string& errors) const {
+        const ProcessResult result = run(command);
+        EXPECT_EQ(result.exitCode, exitCode);
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors, "corvane: " + errors + "\n");
+    }
+
+    const TemporaryDirectory directory_;
+    const CorvaneAt corvane_{directory_.path() / "container"};
+};
+
+TEST_F(QueryProcessTest, TasksByFilterListAndPredicate) {
+    struct Row {
+        Command options;
+        const char* count;
+    };
+    const Row rows[] = {
+        {{},                                                        "3"},
+        {{"--filter", "today"},                                     "1"},
+        {{"--filter", "no due date"},                               "1"},
+        {{"--filter", "5", "--roots"},                              "2"},
+        {{"--filter", "1", "--where", "priority > 0"},              "0"},
+        {{"--list", "tasks", "--where", "subTasks.@count = 1"},     "1"},
+        {{"--where", "dueDate >= $TOMORROW OR name LIKE[c] 'sk*'"}, "2"},
+        {{"--limit", "2"},                                          "2"},
+        {{"--limit", "0"},                                          "0"},
+    };
+    for (Row row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.options));
+        row.options.insert(row.options.begin(), {"tasks", "--count"});
+        EXPECT_EQ(output(row.options), std::string(row.count) + "\n");
+    }
+    EXPECT_EQ(output({"tasks", "--order", "1"}).find("   1 [ ] Later"), 0u);
+    EXPECT_EQ(output({"task", "done", "1"}).find("Done: \"Later\""), 0u) << "by the number just shown";
+    EXPECT_EQ(output({"tasks", "--hide-completed", "--count"}), "2\n");
+}
+
+TEST_F(QueryProcessTest, WrongQuestionsAreWrongUsage) {
+    expectFailure({"tasks", "--where", "priority >= "}, 2,
+                  "--where, at character 13: expected a key path or a value");
+    expectFailure({"tasks", "--where", "foo == 1"}, 2, "GTask has no property \"foo\"");
+    expectFailure({"tasks", "--filter", "yesterday"}, 2,
+                  "there is no filter \"yesterday\"; corvane filters lists them");
+    expectFailure({"config", "AlertDefaultHour", "24"}, 2,
+                  "AlertDefaultHour takes a number from 0 to 23, not \"24\"");
+    expectFailure({"config", "ShowOverdueTasksList", "maybe"}, 2,
+                  "ShowOverdueTasksList takes yes or no, not \"maybe\"");
+    expectFailure({"config", "Other"}, 2, "there is no setting \"Other\"; corvane config lists them");
+}
+
+TEST_F(QueryProcessTest, SettingsAreKept) {
+    output({"config", "ShowOverdueTasksList", "yes"});
+    output({"filters", "set", "today", "--order", "2"});
+    EXPECT_EQ(output({"config", "ShowOverdueTasksList"}), "yes\n");
+    EXPECT_EQ(output({"config", "TodayOverdueTasksOrder"}), "2\n");
+    output({"config", "ShowOverdueTasksList", "--unset"});
+    EXPECT_EQ(output({"config", "ShowOverdueTasksList"}), "no\n");
+}
+
+TEST_F(QueryProcessTest, ExportIsReadBack) {
+    const std::string tree = output({"export", "--list", "tasks", "--tree"});
+    EXPECT_EQ(tree, "❒ Milk\n   Tue, Mar 5\n   <b>\n ❒ Skimmed\n❒ Later\n   Wed, Jan 1, 2025\n");
+    output({"list", "add", "Copy"});
+    const ProcessResult taken = run({"import", "-", "--list", "copy"}, tree);
+    EXPECT_EQ(taken.output, "3 tasks imported.\n") << taken.errors;
+    EXPECT_EQ(output({"export", "--list", "copy", "--tree"}).find("❒ Milk\n   Tue, Mar 5\n"), 0u);
+    EXPECT_EQ(output({"store", "check"}), "The store is sound.\n");
+}
+
+TEST_F(QueryProcessTest, FilesAreWrittenWholeOrNotAtAll) {
+    const std::filesystem::path file = directory_.path() / "page.html";
+    output({"export", "--page", "--title", "<Mine>", "--output", file.string()});
+    const std::string page = fileBytes(file);
+    EXPECT_NE(page.find("<title>&lt;Mine&gt;</title>"), std::string::npos) << page;
+    EXPECT_EQ(page.find("<b>"), std::string::npos) << "notes are escaped";
+    const std::string missing = (directory_.path() / "no" / "page.html").string();
+    EXPECT_EQ(run({"export", "--output", missing}).exitCode, 1);
+    const std::string before = fileBytes(directory_.path() / "container" / kStoreFileName);
+    EXPECT_EQ(run({"import", "-"}, "{\"items\": [").exitCode, 1);
+    EXPECT_EQ(run({"import", "-", "--dry-run"}, "One\nTwo\n").output, "2 tasks would be imported.\n");
+    EXPECT_EQ(output({"tasks", "--count"}), "3\n");
+    EXPECT_EQ(fileBytes(directory_.path() / "container" / kStoreFileName), before);
+}
+
+}  // namespace
+}  // namespace corvane
