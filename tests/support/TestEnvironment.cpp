@@ -52,7 +52,11 @@ void TestEnvironment::setNow(std::string_view civil) const {
 }
 
 Date at(std::string_view civil) {
-    int year = 0, month = 0, day = 0, hour = 0, minute = 0;
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    int hour = 0;
+    int minute = 0;
     double seconds = 0;
     const std::string text(civil);
     const int count =
