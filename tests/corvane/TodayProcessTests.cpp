@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <sstream>
 
 #include "CorvaneProcess.h"
 #include "WidgetFixture.h"
@@ -134,21 +136,13 @@ TEST_F(TodayProcess, AnEmptyStoreIsAFreeDay) {
 }
 
 TEST_F(TodayProcess, WrongUsageEndsWithTwoAndOneLine) {
-    const std::vector<std::vector<std::string>> kWrong = {
-        {                                            },
-        {                   "nonsense"  },
-        {          "today",      "--mode", "huge"},
-        {  "today",       "--compact-size", "359"},
-        {  "today",      "--compact-size", "-1x5"},
-        { "today",   "--expanded-size", "359xnan"},
-        {     "today",         "--max-width", "0"},
-        {        "today",            "--nonsense"},
-        {      "today",            "--json", "--format", "line"},
-        {           "today", "--now", "yesterday"},
-        {                                                   "today",      "and", "more"},
-    };
-    for (const std::vector<std::string>& arguments : kWrong) {
-        SCOPED_TRACE(testing::PrintToString(arguments));
+    for (const char* const command :
+         {"", "nonsense", "today --mode huge", "today --compact-size 359", "today --compact-size -1x5",
+          "today --expanded-size 359xnan", "today --max-width 0", "today --nonsense",
+          "today --json --format line", "today --now yesterday", "today and more"}) {
+        SCOPED_TRACE(command);
+        std::istringstream text(command);
+        const std::vector<std::string> arguments{std::istream_iterator<std::string>(text), {}};
         const ProcessResult result = runCorvane(arguments);
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_EQ(result.output, "");
