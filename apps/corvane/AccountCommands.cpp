@@ -124,7 +124,7 @@ void deleteAccount(Program& program, const AccountOptions& options) {
     const Json json = accountJson(account);
     const std::string contents = countedLists(account) + " and " + countedTasks(countOfTasks(account));
     if (!options.dryRun) {
-        isLast ? makeLocal(data, account) : account.deleteAccount();
+        account.deleteAccount();
         program.save();
     }
     if (program.options.json) return program.printData(jsonText(json));
