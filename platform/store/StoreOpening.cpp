@@ -47,15 +47,20 @@ bool allows(const Path& path, int access) {
     return faccessat(AT_FDCWD, path.c_str(), access, AT_EACCESS) == 0;
 }
 
+bool isMissing(const Path& file) {
+    struct stat status {};
+    return stat(file.c_str(), &status) != 0 && errno == ENOENT;
+}
+
 std::optional<StoreError> makeWhereMissing(const PersistentStoreDescription& description,
                                            const ManagedObjectModel& model) {
     const Path& file = description.file;
-    struct stat status {};
-    if (stat(file.c_str(), &status) == 0) return std::nullopt;
-    if (errno != ENOENT || !description.createsMissingStore) return cannotOpen(file, errno);
-    // SQLite would delete a log or journal without its file, and with it the rows in it.
-    if (hasLog(file) || hasJournal(file)) return cannotOpen(file, "Only its log is there.");
-    return createStoreFile(file, model);
+    if (!isMissing(file)) return std::nullopt;
+    if (!description.createsMissingStore) return cannotOpen(file, ENOENT);
+    if (!hasLog(file) && !hasJournal(file)) return createStoreFile(file, model);
+    // SQLite would delete a log or journal without its file, and with it the rows in it. Unless another
+    // process has made the store and saved to it just now.
+    return isMissing(file) ? std::optional(cannotOpen(file, "Only its log is there.")) : std::nullopt;
 }
 
 // SQLite must not see everything: it takes an empty file for a database and waits for ever at a pipe.
