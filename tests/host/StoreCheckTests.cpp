@@ -84,7 +84,7 @@ TEST_F(StoreCheckTest, FindsAndMendsEveryFault) {
         {"flag without due date",  "UPDATE ZGTASK SET ZDUEDATE = NULL, ZHASDUEDATE = 1" + where,
          FaultKind::kDueDate                                                                                                      },
         {"off the rule",
-         "UPDATE ZGTASK SET ZCOMPLETED = 0, ZHASDUEDATE = 1, ZDUEDATE = 731246400.0, ZALERTREPEAT = 8192, "
+         "UPDATE ZGTASK SET ZCOMPLETED = 0, ZHASDUEDATE = 1, ZDUEDATE = 731332800.0, ZALERTREPEAT = 8192, "
          "ZALERTREPEATINTERVAL = 1, ZALERTREPEATDATA = '2'" +
              where,                                                                                         // 2024-03-05, a Tuesday
          FaultKind::kRepeat                                                                                    },
