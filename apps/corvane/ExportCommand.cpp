@@ -1,7 +1,5 @@
 // `corvane export` and `corvane import`: task lists to and from files.
-#include <fcntl.h>
-#include <unistd.h>
-
+#include <cstdio>
 #include <memory>
 
 #include <CLI/CLI.hpp>
@@ -66,9 +64,20 @@ struct ImportOptions {
 
 constexpr std::size_t kLargestImport = std::size_t{64} << 20;
 
+std::string contentsOfStandardInput() {
+    std::string text;
+    char piece[4096];
+    while (const std::size_t count = std::fread(piece, 1, sizeof piece, stdin)) {
+        text.append(piece, count);
+        if (text.size() > kLargestImport) throw CommandFailure("standard input is too large to import");
+    }
+    if (std::ferror(stdin)) throw CommandFailure("standard input could not be read");
+    return text;
+}
+
 std::string contents(const std::string& file) {
-    const std::filesystem::path path = file == "-" ? "/dev/stdin" : file;
-    const auto read = contentsOfFile(path, kLargestImport);
+    if (file == "-") return contentsOfStandardInput();
+    const auto read = contentsOfFile(file, kLargestImport);
     if (const auto* error = std::get_if<std::error_code>(&read)) {
         throw CommandFailure("\"" + file + "\" could not be read: " + error->message());
     }
