@@ -66,66 +66,75 @@ struct StoreFileTest : testing::Test {
 
 // Files that are no store
 
-struct Refusal {
-    const char* what;
-    std::function<void(const fs::path&)> prepare;
-    StoreError::Kind expected;
-};
+using Closing = PlainDatabase::Closing;
 
-void makeForeignDatabase(const fs::path& file, const char* journalMode, PlainDatabase::Closing closing) {
+void makeEmptyFile(const fs::path& file) { writeFileBytes(file, ""); }
+void makeText(const fs::path& file) { writeFileBytes(file, "Milk\nBread\n"); }
+void makePipe(const fs::path& file) { mkfifo(file.c_str(), 0600); }
+void makeDirectory(const fs::path& file) { fs::create_directory(file); }
+
+void makeTextWithCompanions(const fs::path& file) {
+    writeFileBytes(file, std::string(8192, 'x'));
+    writeFileBytes(file.string() + "-wal", std::string(40000, 'w'));
+    writeFileBytes(file.string() + "-journal", std::string(5000, 'j'));
+}
+
+void makeForeignStore(const fs::path& file, const char* journalMode, Closing closing) {
     PlainDatabase database(file, closing);
     database.execute(std::string("PRAGMA journal_mode=") + journalMode);
     database.execute(
-        "CREATE TABLE Z_METADATA (Z_VERSION INTEGER PRIMARY KEY, Z_UUID VARCHAR(255), Z_PLIST BLOB)");
-    database.execute(
-        "CREATE TABLE Z_PRIMARYKEY (Z_ENT INTEGER PRIMARY KEY, Z_NAME VARCHAR, Z_SUPER INTEGER, "
-        "Z_MAX INTEGER); INSERT INTO Z_PRIMARYKEY VALUES (1, 'Song', 0, 0)");
+        "CREATE TABLE Z_METADATA (Z_VERSION INTEGER PRIMARY KEY, Z_UUID VARCHAR(255), Z_PLIST BLOB);"
+        "CREATE TABLE Z_PRIMARYKEY (Z_ENT INTEGER PRIMARY KEY, Z_NAME VARCHAR, Z_SUPER INTEGER, Z_MAX "
+        "INTEGER);"
+        "INSERT INTO Z_PRIMARYKEY VALUES (1, 'Song', 0, 0)");
 }
 
-const Refusal kRefusals[] = {
-    {"an empty file",                                       [](const fs::path& file) { writeFileBytes(file, ""); },              StoreError::Kind::kNotAStore },
-    {"a text",                                              [](const fs::path& file) { writeFileBytes(file, "Milk\nBread\n"); },
-     StoreError::Kind::kNotAStore                                                                                                                             },
-    {"a text with companions of that name",
-     [](const fs::path& file) {
-         writeFileBytes(file, std::string(8192, 'x'));
-         writeFileBytes(file.string() + "-wal", std::string(40000, 'w'));
-         writeFileBytes(file.string() + "-journal", std::string(5000, 'j'));
-     },                                                                                                                          StoreError::Kind::kNotAStore },
-    {"a pipe",                                              [](const fs::path& file) { mkfifo(file.c_str(), 0600); },            StoreError::Kind::kNotAStore },
-    {"a directory",                                         [](const fs::path& file) { fs::create_directory(file); },            StoreError::Kind::kNotAStore },
-    {"another application's store",
-     [](const fs::path& file) { makeForeignDatabase(file, "delete", PlainDatabase::Closing::kLikeSqlite); },
-     StoreError::Kind::kNotAStore                                                                                                                             },
-    {"another application's store, without its companions",
-     [](const fs::path& file) { makeForeignDatabase(file, "wal", PlainDatabase::Closing::kLikeSqlite); },
-     StoreError::Kind::kNotAStore                                                                                                                             },
-    {"another application's store, all in its log",
-     [](const fs::path& file) {
-         makeForeignDatabase(file, "wal", PlainDatabase::Closing::kLikePlatform);
-         fs::remove(file.string() + "-shm");
-     },                                                                                                                          StoreError::Kind::kNotAStore },
-    {"a store without accounts",
-     [](const fs::path& file) {
-         writePlatformStore(file);
-         PlainDatabase(file).execute(
-             "DELETE FROM Z_PRIMARYKEY WHERE Z_NAME = 'GUser'; PRAGMA wal_checkpoint(TRUNCATE)");
-     },                                                                                                                          StoreError::Kind::kNotAStore },
-    {"a store whose task table is gone",
-     [](const fs::path& file) {
-         writePlatformStore(file);
-         PlainDatabase(file).execute("DROP TABLE ZGTASK; PRAGMA wal_checkpoint(TRUNCATE)");
-     },                                                                                                                          StoreError::Kind::kNotAStore },
-    {"the log of a store that is gone",
-     [](const fs::path& file) {
-         writePlatformStore(file);
-         commitAndDie(file, "UPDATE ZGUSER SET ZNAME = 'I'");
-         fs::remove(file);
-     },                                                                                                                          StoreError::Kind::kCannotOpen},
-};
+void makeForeignJournalStore(const fs::path& file) { makeForeignStore(file, "delete", Closing::kLikeSqlite); }
+
+void makeForeignStoreWithoutLog(const fs::path& file) { makeForeignStore(file, "wal", Closing::kLikeSqlite); }
+
+void makeForeignStoreInItsLog(const fs::path& file) {
+    makeForeignStore(file, "wal", Closing::kLikePlatform);
+    fs::remove(file.string() + "-shm");
+}
+
+void makeStoreWithoutAccounts(const fs::path& file) {
+    writePlatformStore(file);
+    PlainDatabase(file).execute(
+        "DELETE FROM Z_PRIMARYKEY WHERE Z_NAME = 'GUser'; PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+void makeStoreWithoutTaskTable(const fs::path& file) {
+    writePlatformStore(file);
+    PlainDatabase(file).execute("DROP TABLE ZGTASK; PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+void makeLogWithoutStore(const fs::path& file) {
+    writePlatformStore(file);
+    commitAndDie(file, "UPDATE ZGUSER SET ZNAME = 'I'");
+    fs::remove(file);
+}
 
 TEST_F(StoreFileTest, LeavesWhatIsNoStoreUntouched) {
-    for (const Refusal& refusal : kRefusals) {
+    struct Refusal {
+        const char* what;
+        void (*prepare)(const fs::path& file);
+        StoreError::Kind expected;
+    };
+    const Refusal refusals[] = {
+        {"an empty file",                       &makeEmptyFile,              StoreError::Kind::kNotAStore },
+        {"a text",                              &makeText,                   StoreError::Kind::kNotAStore },
+        {"a text with companions of that name", &makeTextWithCompanions,     StoreError::Kind::kNotAStore },
+        {"a pipe",                              &makePipe,                   StoreError::Kind::kNotAStore },
+        {"a directory",                         &makeDirectory,              StoreError::Kind::kNotAStore },
+        {"another store, rollback mode",        &makeForeignJournalStore,    StoreError::Kind::kNotAStore },
+        {"another store, no companions",        &makeForeignStoreWithoutLog, StoreError::Kind::kNotAStore },
+        {"another store, all in its log",       &makeForeignStoreInItsLog,   StoreError::Kind::kNotAStore },
+        {"a store without accounts",            &makeStoreWithoutAccounts,   StoreError::Kind::kNotAStore },
+        {"a store without its task table",      &makeStoreWithoutTaskTable,  StoreError::Kind::kNotAStore },
+        {"the log of a store that is gone",     &makeLogWithoutStore,        StoreError::Kind::kCannotOpen},
+    };
+    for (const Refusal& refusal : refusals) {
         SCOPED_TRACE(refusal.what);
         const TemporaryDirectory place;
         refusal.prepare(place.path() / "Plorix.sqlite");

@@ -210,13 +210,13 @@ struct Place {
 TEST_F(DamageTest, APlaceThatCannotBeWrittenIsShownAndNotSaved) {
     const char* rename = "UPDATE ZGTASK SET ZNAME = 'Tea' WHERE Z_PK = 1";
     const Place places[] = {
-        {"all there",                                     0444, 0555, "",         nullptr, "Milk Bread Report "},
-        {"all there, rows in the log",                    0444, 0555, "",         rename,  "Tea Bread Report " },
-        {"no companions",                                 0444, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
-        {"rows in the log, no index",                     0444, 0555, "-shm",     rename,  "Tea Bread Report " },
-        {"only the file may be written",                  0666, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
-        {"only the file may be written, rows in the log", 0666, 0555, "-shm",     rename,  "Tea Bread Report " },
-        {"not even read",                                 0000, 0555, "",         nullptr, nullptr             },
+        {"all there",                        0444, 0555, "",         nullptr, "Milk Bread Report "},
+        {"all there, rows in log",           0444, 0555, "",         rename,  "Tea Bread Report " },
+        {"no companions",                    0444, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
+        {"rows in log, no index",            0444, 0555, "-shm",     rename,  "Tea Bread Report " },
+        {"file may be written",              0666, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
+        {"file may be written, rows in log", 0666, 0555, "-shm",     rename,  "Tea Bread Report " },
+        {"not even read",                    0000, 0555, "",         nullptr, nullptr             },
     };
     for (const Place& place : places) {
         SCOPED_TRACE(place.what);
