@@ -138,12 +138,12 @@ BENCHMARK(evaluatesContainsWithoutCaseAndMarks);
 
 void ordersTwoTasksByName(benchmark::State& state) {
     Store store;
-    const ObjectOrder order({
-        {"priority", false     },
-        {                                                          "dueDate"         },
-        {                                                     "list.name"     },
-        { "name",                    true, SortDescriptor::Comparison::kLocalizedCaseInsensitive}
-    });
+    const SortDescriptor byPriority{"priority", false};
+    const SortDescriptor byDueDate{"dueDate"};
+    const SortDescriptor byListName{"list.name"};
+    const SortDescriptor byName{"name", true, SortDescriptor::Comparison::kLocalizedCaseInsensitive};
+    const std::vector<SortDescriptor> keys = {byPriority, byDueDate, byListName, byName};
+    const ObjectOrder order(keys);
     const std::size_t before = allocationCount();
     for (auto _ : state) benchmark::DoNotOptimize(order(&store.task(), &store.other()));
     countAllocations(state, before);

@@ -199,7 +199,7 @@ TEST_F(EditingProcessTest, KeepsTombstonesOfWhatAServerKnows) {
     EXPECT_EQ(
         PlainDatabase(store()).rows("SELECT Z_PK, ZREMOVED, ZLASTMODIFIED >= 64092211200000 FROM ZGTASK "
                                     "WHERE ZLIST = 1"),
-        "1|1|1\n");
+        "1|1|1");
     expectFailure({"task", "show", "p1"}, 1, "p1");
 }
 
