@@ -18,10 +18,7 @@ using Path = std::filesystem::path;
 
 constexpr std::size_t kMostContainers = 20;
 
-Path listingFile() {
-    const Path state = processVariable("XDG_STATE_HOME").value_or("");
-    return (state.is_absolute() ? state : homeDirectory() / ".local/state") / "corvane" / "last-listing";
-}
+Path listingFile() { return userStateDirectory() / "corvane" / "last-listing"; }
 
 std::string containerKey() {
     std::error_code error;

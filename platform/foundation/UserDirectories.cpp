@@ -61,9 +61,13 @@ std::filesystem::path homeDirectory() {
 
 std::filesystem::path userDataDirectory() { return baseDirectory("XDG_DATA_HOME", ".local/share"); }
 
+std::filesystem::path userConfigDirectory() { return baseDirectory("XDG_CONFIG_HOME", ".config"); }
+
+std::filesystem::path userStateDirectory() { return baseDirectory("XDG_STATE_HOME", ".local/state"); }
+
 std::filesystem::path userDocumentsDirectory() {
     std::optional<std::filesystem::path> documents;
-    std::ifstream file(baseDirectory("XDG_CONFIG_HOME", ".config") / "user-dirs.dirs");
+    std::ifstream file(userConfigDirectory() / "user-dirs.dirs");
     for (std::string line; std::getline(file, line);) {
         // As in a shell, the last line wins.
         if (const auto ofLine = documentsDirectoryOfLine(line)) documents = ofLine;

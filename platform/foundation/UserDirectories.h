@@ -15,8 +15,12 @@ std::filesystem::path homeDirectory();
 
 /// ${XDG_DATA_HOME:-~/.local/share}; a relative value is ignored.
 std::filesystem::path userDataDirectory();
+/// ${XDG_CONFIG_HOME:-~/.config}; a relative value is ignored.
+std::filesystem::path userConfigDirectory();
+/// ${XDG_STATE_HOME:-~/.local/state}; a relative value is ignored.
+std::filesystem::path userStateDirectory();
 
-/// XDG_DOCUMENTS_DIR of ${XDG_CONFIG_HOME:-~/.config}/user-dirs.dirs, else ~/Documents.
+/// XDG_DOCUMENTS_DIR of user-dirs.dirs in the configuration directory, else ~/Documents.
 std::filesystem::path userDocumentsDirectory();
 
 /// Makes a directory and its missing parents with the owner's rights only.
