@@ -3,12 +3,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -19,6 +17,7 @@
 #include "apps/corvane/TodayLine.h"
 #include "apps/corvane/TodayText.h"
 #include "apps/corvane/TodayWaybar.h"
+#include "apps/corvane/WidgetOptions.h"
 #include "apps/host/Follower.h"
 #include "apps/host/WidgetHost.h"
 
@@ -26,9 +25,7 @@ namespace corvane {
 namespace {
 
 struct TodayOptions {
-    std::string mode = "expanded";
-    std::string compactSize = "359x110";
-    std::string expandedSize = "359x600";
+    WidgetOptions widget;
     std::string format;  ///< empty: none was asked for
     std::string color = "auto";
     std::string links = "auto";
@@ -37,36 +34,9 @@ struct TodayOptions {
     bool hideEmpty = false;
 };
 
-std::optional<double> lengthFromText(std::string_view text) {
-    double length = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return length >= 0 && length <= 1e6 ? std::optional(length) : std::nullopt;
-}
-
-std::optional<Size> sizeFromText(std::string_view text) {
-    const std::size_t separator = text.find('x');
-    if (separator == std::string_view::npos) return std::nullopt;
-    const auto width = lengthFromText(text.substr(0, separator));
-    const auto height = lengthFromText(text.substr(separator + 1));
-    return width && height ? std::optional(Size{*width, *height}) : std::nullopt;
-}
-
-std::string whyNoSize(const std::string& text) {
-    return sizeFromText(text) ? "" : "\"" + text + "\" is no size like 359x110, in points";
-}
-
 When whenFromText(std::string_view text) {
     if (text == "always") return When::kAlways;
     return text == "never" ? When::kNever : When::kAuto;
-}
-
-WidgetHostOptions hostOptions(const TodayOptions& options) {
-    WidgetHostOptions result;
-    result.displayMode = options.mode == "compact" ? DisplayMode::kCompact : DisplayMode::kExpanded;
-    result.compactSize = sizeFromText(options.compactSize).value_or(result.compactSize);
-    result.expandedSize = sizeFromText(options.expandedSize).value_or(result.expandedSize);
-    return result;
 }
 
 // What one refresh gives to print, and what of it has to differ from the last one to be printed again.
@@ -78,7 +48,7 @@ struct Output {
 class TodayDisplay {
   public:
     TodayDisplay(Program& program, const TodayOptions& options)
-        : program_(program), options_(options), host_(hostOptions(options)) {}
+        : program_(program), options_(options), host_(options.widget.hostOptions()) {}
 
     void showOnce() {
         host_.refresh();
@@ -180,26 +150,8 @@ void runToday(Program& program, TodayOptions& options) {
     display.showOnce();
 }
 
-// An option that takes one of a few words.
-void addChoice(CLI::App& command, const std::string& name, std::string& value,
-               const std::vector<std::string>& words, const std::string& description) {
-    std::string choices;
-    for (const std::string& word : words) choices += (choices.empty() ? "" : "|") + word;
-    command.add_option(name, value, description)->check(CLI::IsMember(words))->option_text(choices);
-}
-
-void addSize(CLI::App& command, const std::string& name, std::string& value, const std::string& description) {
-    command.add_option(name, value, description)
-        ->check(CLI::Validator(whyNoSize, "", ""))
-        ->option_text("WIDTHxHEIGHT");
-}
-
 void addOptions(CLI::App& command, TodayOptions& options) {
-    addChoice(command, "--mode", options.mode, {"compact", "expanded"},
-              "The widget's display mode (expanded)");
-    addSize(command, "--compact-size", options.compactSize, "Its size when compact, in points (359x110)");
-    addSize(command, "--expanded-size", options.expandedSize,
-            "Its largest size when expanded, in points (359x600)");
+    addWidgetOptions(command, options.widget);
     addChoice(command, "--format", options.format, {"text", "json", "waybar", "line"},
               "How to print it (text)");
     command.add_flag("--follow", options.follow, "Stay, and print again whenever it changes");
