@@ -3,23 +3,17 @@
 
 #include <concepts>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
-#include <variant>
 
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 
 namespace corvane {
 
-using TextArgument = std::variant<std::int64_t, std::u16string>;
-
-inline TextArgument textArgument(std::integral auto number) { return static_cast<std::int64_t>(number); }
-inline TextArgument textArgument(std::string_view utf8) { return textFromUtf8(utf8); }
-inline TextArgument textArgument(std::u16string_view text) { return std::u16string(text); }
-
-/// `translated` with its arguments as a list.
-std::string translatedWith(const char* key, std::initializer_list<TextArgument> arguments);
+inline FormatArgument formatArgument(std::integral auto number) { return static_cast<std::int64_t>(number); }
+inline FormatArgument formatArgument(std::string_view utf8) { return textFromUtf8(utf8); }
+inline FormatArgument formatArgument(std::u16string_view text) { return std::u16string(text); }
 
 /// The translation of a key, filled with numbers ("%d") and texts ("%@"). A number in first place is a count:
 /// it chooses the plural form.
@@ -28,7 +22,7 @@ std::string translatedWith(const char* key, std::initializer_list<TextArgument> 
 ///     translated("Moved %1$d tasks to %2$@.", tasks.size(), name)
 template <typename... Arguments>
 std::string translated(const char* key, const Arguments&... arguments) {
-    return translatedWith(key, {textArgument(arguments)...});
+    return localizedUtf8(key, {formatArgument(arguments)...});
 }
 
 /// `translated` of a sentence with a count that has an English text of its own for one. That text does not

@@ -3,6 +3,8 @@
 #include <libintl.h>
 
 #include <algorithm>
+#include <clocale>
+#include <filesystem>
 #include <optional>
 
 #include "platform/foundation/Environment.h"
@@ -14,16 +16,41 @@ namespace {
 
 constexpr const char* kDomain = "corvane";
 
+// Where the catalogues of this program are: beside it where it is installed, or in its build folder.
+std::string catalogueDirectory() {
+    if (const auto directory = processVariable("CORVANE_LOCALE_DIR")) return *directory;
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    for (const char* place : {CORVANE_LOCALE_DIR_FROM_PROGRAM, CORVANE_LOCALE_DIR_FROM_BUILT_PROGRAM}) {
+        const std::filesystem::path directory = program.parent_path() / place;
+        if (std::filesystem::is_directory(directory, error)) return directory.string();
+    }
+    return CORVANE_LOCALE_DIR_DEFAULT;
+}
+
 // Binds the domain to its catalogues once; the process's locale settings choose the language at each call.
 void bindCatalogues() {
     static const bool isBound = [] {
-        const std::string directory =
-            processVariable("CORVANE_LOCALE_DIR").value_or(CORVANE_LOCALE_DIR_DEFAULT);
-        bindtextdomain(kDomain, directory.c_str());
+        bindtextdomain(kDomain, catalogueDirectory().c_str());
         bind_textdomain_codeset(kDomain, "UTF-8");
         return true;
     }();
     static_cast<void>(isBound);
+}
+
+bool isEnglish(std::string_view language) {
+    const std::string_view name = language.substr(0, language.find_first_of("_.@:"));
+    return name == "C" || name == "POSIX" || name == "en";
+}
+
+// Whether the keys are what the user wants to read. English has no catalogue, so that gettext would look for
+// one at every start, and go on to the next language of a list.
+bool wantsEnglish() {
+    const char* const setting = std::setlocale(LC_MESSAGES, nullptr);
+    const std::string_view locale = setting ? setting : "C";
+    if (locale == "C" || locale == "POSIX") return true;
+    const std::optional<std::string> languages = processVariable("LANGUAGE");
+    return isEnglish(languages ? std::string_view(*languages) : locale);
 }
 
 // The absolute value, also of the smallest number: plural rules know no negative counts.
@@ -33,14 +60,14 @@ unsigned long pluralCount(std::int64_t count) {
 }
 
 std::string translation(const char* key, std::optional<std::int64_t> count) {
+    if (*key == '\0') return {};  // the key of a catalogue's header
     if (const Translator& translate = Environment::current().translate) {
         return translate(key, count).value_or(key);
     }
+    if (wantsEnglish()) return key;
     bindCatalogues();
     return count ? dngettext(kDomain, key, key, pluralCount(*count)) : dgettext(kDomain, key);
 }
-
-using FormatArgument = std::variant<std::int64_t, std::u16string>;
 
 // One "%" of a format: what it asks for and how many code units it takes.
 struct Placeholder {
@@ -140,6 +167,13 @@ std::u16string stringWithFormat(std::u16string_view format, std::initializer_lis
         result += filledPlaceholder(placeholder, format.substr(0, placeholder.length), arguments);
         format.remove_prefix(placeholder.length);
     }
+}
+
+std::string localizedUtf8(const char* key, std::initializer_list<FormatArgument> arguments) {
+    if (arguments.size() == 0) return utf8FromText(localizedString(key));
+    const auto* const count = std::get_if<std::int64_t>(arguments.begin());
+    return utf8FromText(
+        stringWithFormat(count ? localizedString(key, *count) : localizedString(key), arguments));
 }
 
 }  // namespace corvane
