@@ -10,6 +10,7 @@
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
+#include "apps/host/Places.h"
 #include "model/Accounts.h"
 
 namespace corvane {
@@ -55,7 +56,7 @@ void showAccounts(Program& program, const AccountOptions&) {
     Json json = Json::array();
     std::string lines;
     std::size_t number = 0;
-    for (const GUser* account : accountsInOrder(data)) {
+    for (const GUser* account : accountsInOrder(data.viewContext())) {
         lines += std::to_string(++number) + " " +
                  (account->name() && !account->name()->empty() ? shownText(*account->name()) : "(untitled)") +
                  "  " + kindOf(*account) + ", " + countedLists(*account) +

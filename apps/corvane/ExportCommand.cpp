@@ -9,6 +9,7 @@
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskImport.h"
 #include "apps/corvane/TaskQuery.h"
+#include "apps/host/Places.h"
 #include "model/Accounts.h"
 #include "platform/foundation/FileContents.h"
 #include "platform/foundation/Localization.h"
@@ -88,7 +89,7 @@ std::string contents(const std::string& file) {
 GUser& accountForImport(GSData& data, const ImportOptions& options) {
     if (!options.account.empty()) return accountNamed(data, options.account);
     GUser* account = defaultAccount(data.viewContext());
-    return account ? *account : makeFirstAccount(data);
+    return account ? *account : makeFirstAccount(data.viewContext());
 }
 
 // The list named on the command line takes everything; otherwise each list of the file becomes a list, one of

@@ -12,6 +12,7 @@
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
 #include "apps/host/ColorText.h"
+#include "apps/host/Places.h"
 #include "model/Accounts.h"
 
 namespace corvane {
@@ -54,7 +55,7 @@ void addList(Program& program, const ListOptions& options) {
     const auto color = options.color ? colorFromArgument(*options.color) : std::nullopt;
     GSData& data = program.storeToChange();
     const bool isFresh = !options.account && !defaultAccount(data.viewContext());
-    GUser& account = isFresh ? makeFirstAccount(data) : accountOrDefault(data, options.account);
+    GUser& account = isFresh ? makeFirstAccount(data.viewContext()) : accountOrDefault(data, options.account);
     GList& list = makeList(account, name, options.position - 1);
     if (color) list.setColor(color);
     list.updateLastModified();
@@ -83,7 +84,7 @@ void showLists(Program& program, const ListOptions& options) {
     std::string lines;
     const GUser* account = nullptr;
     std::size_t number = 0;
-    for (const GList* list : listsInOrder(data)) {
+    for (const GList* list : listsInOrder(data.viewContext())) {
         ++number;  // as listNamed counts, also where only one account shows
         if (chosen && list->user() != chosen) continue;
         if (list->user() != account) {
@@ -151,7 +152,7 @@ void deleteList(Program& program, const ListOptions& options) {
 void clearCompleted(Program& program, const ListOptions& options) {
     GSData& data = program.store();
     const std::vector<GList*> lists =
-        options.list.empty() ? listsInOrder(data) : std::vector{&listNamed(data, options.list)};
+        options.list.empty() ? listsInOrder(data.viewContext()) : std::vector{&listNamed(data, options.list)};
     std::size_t count = 0;
     for (GList* list : lists) {
         const auto completed = list->completedTasks();

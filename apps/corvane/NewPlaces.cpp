@@ -3,24 +3,16 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/StoreNames.h"
+#include "apps/host/Places.h"
 #include "model/Accounts.h"
-#include "platform/foundation/Localization.h"
 
 namespace corvane {
 namespace {
 
-constexpr std::int32_t kAtTheEnd = -1;
-
-GList& defaultListOf(GUser& account) {
-    GList* list = account.defaultList();
-    return list ? *list : makeList(account, localizedString("Tasks"), kAtTheEnd);
-}
-
 GList& listForNewTask(GSData& data, const PlaceOptions& options) {
-    const GUser* account = options.account ? &accountNamed(data, *options.account) : nullptr;
+    GUser* account = options.account ? &accountNamed(data, *options.account) : nullptr;
     if (options.list) return listNamed(data, *options.list, account);
-    if (!account && !defaultAccount(data.viewContext())) return defaultListOf(makeFirstAccount(data));
-    return defaultListOf(accountOrDefault(data, options.account));
+    return account ? defaultListOf(*account) : listForNewTasks(data.viewContext());
 }
 
 GTask* lastOther(const std::vector<GTask*>& siblings, const GTask* moved) {
@@ -85,21 +77,6 @@ GUser& accountOrDefault(GSData& data, const std::optional<std::string>& name) {
     GUser* account = defaultAccount(data.viewContext());
     if (!account) throw CommandFailure("there is no account yet; make one with: corvane account add NAME");
     return *account;
-}
-
-GUser& makeFirstAccount(GSData& data) {
-    GUser& account = GUser::insertNewAccountToContext(data.viewContext(), kAtTheEnd);
-    account.setName(localizedString("On this device"));
-    account.setIsDefault(true);
-    return account;
-}
-
-GList& makeList(GUser& account, std::u16string_view name, std::int32_t position) {
-    const bool isFirst = account.orderedLists().empty();
-    GList& list = GList::insertNewListToAccount(account, position);
-    list.setName(name);
-    if (isFirst) list.setAsDefault(true);
-    return list;
 }
 
 }  // namespace corvane

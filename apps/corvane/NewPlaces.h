@@ -39,9 +39,5 @@ NewPlace placeForTask(GSData& data, const GTask& task, const PlaceOptions& optio
 
 /// The account named, or the default one. @throws CommandFailure where there is none
 GUser& accountOrDefault(GSData& data, const std::optional<std::string>& name);
-/// A first account, of this device only; the default one.
-GUser& makeFirstAccount(GSData& data);
-/// A list at a place, counted from 0; -1: at the end. An account's first list is its default.
-GList& makeList(GUser& account, std::u16string_view name, std::int32_t position);
 
 }  // namespace corvane

@@ -8,7 +8,8 @@
 #include "apps/corvane/LastListing.h"
 #include "apps/corvane/TerminalText.h"
 #include "apps/host/DateWords.h"
-#include "model/Accounts.h"
+#include "apps/host/Places.h"
+#include "apps/host/TaskEditing.h"
 #include "platform/foundation/Text.h"
 #include "platform/store/SqliteStore.h"
 
@@ -42,7 +43,7 @@ Object* objectFromIdentifier(GSData& data, const std::string& text) {
 }
 
 GUser* accountFromIdentifier(GSData& data, const std::string& text) {
-    const auto accounts = accountsInOrder(data);
+    const auto accounts = accountsInOrder(data.viewContext());
     const auto found = std::ranges::find_if(accounts, [&](const GUser* account) {
         return shortIdentifier(*account) == text || data.viewContext().uriRepresentation(*account) == text;
     });
@@ -153,7 +154,7 @@ std::vector<GTask*> tasksNamed(GSData& data, const std::vector<std::string>& nam
 }
 
 GList& listNamed(GSData& data, const std::string& name, const GUser* account) {
-    std::vector<GList*> lists = account ? account->orderedLists() : listsInOrder(data);
+    std::vector<GList*> lists = account ? account->orderedLists() : listsInOrder(data.viewContext());
     GList* list = objectByNameOrNumber(lists, name);
     if (!list) list = objectFromIdentifier<GList>(data, name);
     if (list) return *list;
@@ -162,28 +163,11 @@ GList& listNamed(GSData& data, const std::string& name, const GUser* account) {
 }
 
 GUser& accountNamed(GSData& data, const std::string& name) {
-    GUser* account = objectByNameOrNumber(accountsInOrder(data), name);
+    GUser* account = objectByNameOrNumber(accountsInOrder(data.viewContext()), name);
     if (!account) account = accountFromIdentifier(data, name);
     if (account) return *account;
     throw CommandFailure("there is no account \"" + name + "\"; make it with: corvane account add \"" + name +
                          "\"");
-}
-
-std::vector<GUser*> accountsInOrder(GSData& data) {
-    std::vector<GUser*> accounts = orderedAccounts(data.viewContext());
-    for (GUser* account : allAccounts(data.viewContext())) {
-        if (account->accountType() == kUnlistedAccountType) accounts.push_back(account);
-    }
-    return accounts;
-}
-
-std::vector<GList*> listsInOrder(GSData& data) {
-    std::vector<GList*> lists;
-    for (const GUser* account : accountsInOrder(data)) {
-        const std::vector<GList*> more = account->orderedLists();
-        lists.insert(lists.end(), more.begin(), more.end());
-    }
-    return lists;
 }
 
 std::string shortIdentifier(const ManagedObject& object) {
@@ -197,12 +181,9 @@ std::string quotedName(std::optional<std::u16string_view> name) {
 }
 
 std::u16string titleFromArgument(const std::string& argument) {
-    std::u16string title = textFromUtf8(argument);
-    std::ranges::replace_if(
-        title, [](char16_t unit) { return unit == u'\n' || unit == u'\r' || unit == u'\t'; }, u' ');
-    const std::size_t first = title.find_first_not_of(u' ');
-    if (first == title.npos) throw CommandFailure("a name must not be empty", kUsage);
-    return title.substr(first, title.find_last_not_of(u' ') - first + 1);
+    std::u16string title = titleFromText(textFromUtf8(argument));
+    if (title.empty()) throw CommandFailure("a name must not be empty", kUsage);
+    return title;
 }
 
 }  // namespace corvane

@@ -25,11 +25,6 @@ std::vector<GTask*> tasksNamed(GSData& data, const std::vector<std::string>& nam
 GList& listNamed(GSData& data, const std::string& name, const GUser* account = nullptr);
 GUser& accountNamed(GSData& data, const std::string& name);
 
-/// Every account as listings show them: the listed ones in order, then the unlisted ones.
-std::vector<GUser*> accountsInOrder(GSData& data);
-/// Every live list, account by account.
-std::vector<GList*> listsInOrder(GSData& data);
-
 /// "p12".
 std::string shortIdentifier(const ManagedObject& object);
 /// A name for a line of the terminal: harmless, quoted; "(untitled)" without one.

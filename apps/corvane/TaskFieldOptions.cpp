@@ -20,12 +20,6 @@ Result readOrFail(std::variant<Result, std::string> reading) {
     return std::get<Result>(std::move(reading));
 }
 
-std::optional<DateFromWords> dueFromText(const std::string& text) {
-    const std::u16string words = textFromUtf8(text);
-    if (foldedWords(words) == u"none" || foldedWords(words) == u"never") return std::nullopt;
-    return readOrFail(dateFromWords(words));
-}
-
 std::u16string notesFromArgument(const std::string& notes) {
     if (notes != "-") return textFromUtf8(notes);
     std::string input(std::istreambuf_iterator<char>(std::cin), {});
@@ -56,7 +50,7 @@ void setNotesText(GTask& task, const std::u16string& notes) {
 void applyFields(GTask& task, const TaskFieldOptions& options) {
     if (options.notes) setNotesText(task, notesFromArgument(*options.notes));
     if (options.priority) task.setPriority(*options.priority);
-    if (options.due) setDue(task, dueFromText(*options.due));
+    if (options.due) setDue(task, readOrFail(dueFromWords(textFromUtf8(*options.due))));
     if (options.repeat) setRepeat(task, readOrFail(repeatFromWords(textFromUtf8(*options.repeat))));
     if (options.alert) {
         setAlert(task, readOrFail(alertFromWords(textFromUtf8(*options.alert), task.dueDate())));

@@ -11,6 +11,7 @@
 #include "apps/corvane/TaskCommands.h"
 #include "apps/corvane/TaskListing.h"
 #include "apps/corvane/TerminalStyle.h"
+#include "apps/host/Places.h"
 #include "apps/host/TaskDescription.h"
 #include "model/TaskTree.h"
 #include "platform/foundation/Text.h"
@@ -59,7 +60,7 @@ std::string headingOf(const GList& list) {
 std::vector<GList*> chosenLists(GSData& data, const ListingOptions& options) {
     const GUser* account = options.account ? &accountNamed(data, *options.account) : nullptr;
     if (options.list) return {&listNamed(data, *options.list, account)};
-    return account ? account->orderedLists() : listsInOrder(data);
+    return account ? account->orderedLists() : listsInOrder(data.viewContext());
 }
 
 void listTasks(Program& program, const ListingOptions& options) {

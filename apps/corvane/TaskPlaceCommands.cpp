@@ -7,6 +7,7 @@
 #include "apps/corvane/NewPlaces.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
+#include "apps/host/TaskEditing.h"
 #include "model/TaskTree.h"
 
 namespace corvane {
@@ -19,10 +20,6 @@ struct Options {
     PlaceOptions place;
 };
 
-void stampTree(GTask& task) {
-    for (const TaskInTree& entry : liveTree(task)) entry.task->updateLastModified();
-}
-
 // The model leaves these to its callers.
 void refuseOwnTree(const GTask& task, const NewPlace& place) {
     for (const GTask* next : {place.parent, place.previous}) {
@@ -33,24 +30,13 @@ void refuseOwnTree(const GTask& task, const NewPlace& place) {
 }
 
 GTask& movedTask(GTask& task, const NewPlace& place) {
-    const bool changesList = place.list != task.list();
     refuseOwnTree(task, place);
-    if (changesList) {
-        for (const TaskInTree& entry : liveTree(task)) entry.task->updateLastModified();
-    }
-    // No previous sibling and a parent that is the own one mean the first place below it.
-    GTask& moved = task.moveToList(*place.list, place.parent, place.previous);
-    if (changesList) {
-        stampTree(moved);
-    } else {
-        moved.updateLastModified();
-    }
-    return moved;
+    return moveTask(task, *place.list, place.parent, place.previous);
 }
 
 GTask& copiedTask(GTask& task, const NewPlace& place) {
     GTask& copy = task.cloneToList(*place.list, place.parent, place.previous);
-    stampTree(copy);
+    for (const TaskInTree& entry : liveTree(copy)) entry.task->updateLastModified();
     return copy;
 }
 

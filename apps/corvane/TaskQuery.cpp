@@ -6,27 +6,12 @@
 
 #include "apps/corvane/StoreNames.h"
 #include "apps/host/DateWords.h"
-#include "model/Accounts.h"
+#include "apps/host/TaskSelection.h"
 #include "platform/foundation/Text.h"
 #include "queries/TaskFilters.h"
 
 namespace corvane {
 namespace {
-
-constexpr std::u16string_view kEveryLiveTask = u"removed == NO && list.removed == NO";
-
-struct Scope {
-    GUser* account = nullptr;
-    GList* list = nullptr;
-};
-
-Scope scopeOf(Program& program, const TaskQueryOptions& options) {
-    GSData& data = program.store();
-    Scope scope;
-    if (!options.account.empty()) scope.account = &accountNamed(data, options.account);
-    if (!options.list.empty()) scope.list = &listNamed(data, options.list, scope.account);
-    return scope;
-}
 
 Predicate userPredicate(const std::string& text) {
     const auto parsed = predicateWithFormat(textFromUtf8(text));
@@ -37,42 +22,17 @@ Predicate userPredicate(const std::string& text) {
     return std::get<Predicate>(parsed);
 }
 
-std::u16string everyLiveTask(const TaskQueryOptions& options) {
-    std::u16string text(kEveryLiveTask);
-    if (options.rootsOnly) text += u" && parentTask = nil";
-    if (options.hideCompleted) text += u" && completed == NO";
-    return text;
-}
-
-// The parts of a request are predicates of their own, joined at the end.
-std::vector<Predicate> conditions(Program& program, const TaskQueryOptions& options, const Scope& scope) {
-    std::vector<Predicate> parts;
-    if (options.filter.empty()) {
-        parts.push_back(fixedPredicate(everyLiveTask(options)));
-        if (scope.account) parts.push_back(fixedPredicate(u"list.user == %@", {Value(scope.account)}));
-    } else {
-        GUser* account = scope.account ? scope.account : defaultAccount(program.store().viewContext());
-        const auto number = static_cast<std::int32_t>(filterFromText(options.filter));
-        parts.push_back(GSData::predicateFromString(
-            GSData::predicateStringForTasksWithFilter(number, options.hideCompleted, options.rootsOnly),
-            account, scope.list));
-    }
-    if (scope.list) parts.push_back(fixedPredicate(u"list == %@", {Value(scope.list)}));
-    if (!options.where.empty()) {
-        parts.push_back(predicateWithTaskVariables(userPredicate(options.where), scope.account, scope.list));
-    }
-    return parts;
-}
-
-std::vector<SortDescriptor> order(const TaskQueryOptions& options, const Scope& scope) {
-    const std::uint32_t filter = !options.filter.empty() ? filterFromText(options.filter)
-                                 : scope.list            ? kListFilter
-                                                         : kEverythingFilter;
-    const bool listDecides = scope.list && options.filter.empty();
-    const int remembered = listDecides ? scope.list->tasksOrder() : GSData::tasksOrderForFilter(filter);
-    return GSData::sortDescriptorsForTasksOrder(options.order.value_or(remembered),
-                                                static_cast<std::int32_t>(filter))
-        .value_or(std::vector<SortDescriptor>());
+TaskSelection selectionOf(Program& program, const TaskQueryOptions& options) {
+    GSData& data = program.store();
+    TaskSelection selection;
+    if (!options.filter.empty()) selection.filter = filterFromText(options.filter);
+    if (!options.account.empty()) selection.account = &accountNamed(data, options.account);
+    if (!options.list.empty()) selection.list = &listNamed(data, options.list, selection.account);
+    if (!options.where.empty()) selection.where = userPredicate(options.where);
+    selection.order = options.order;
+    selection.hideCompleted = options.hideCompleted;
+    selection.rootsOnly = options.rootsOnly;
+    return selection;
 }
 
 // A predicate that parses may still ask for what the model does not have.
@@ -109,13 +69,8 @@ std::uint32_t filterFromText(const std::string& text) {
 }
 
 FetchRequest taskRequest(Program& program, const TaskQueryOptions& options) {
-    const Scope scope = scopeOf(program, options);
-    FetchRequest request;
-    request.entityName = GTask::kEntityName;
-    request.predicate = andPredicateWithSubpredicates(conditions(program, options, scope));
-    request.sortDescriptors = order(options, scope);
+    FetchRequest request = requestForTasks(selectionOf(program, options), program.store().viewContext());
     request.fetchLimit = options.limit.value_or(0);
-    request.relationshipKeyPathsForPrefetching = {"list.user"};
     return request;
 }
 

@@ -251,4 +251,13 @@ std::variant<DateFromWords, std::string> dateFromWords(std::u16string_view text)
            "\" is no date; write it like 2024-03-05, \"tomorrow 14:00\", friday or +3d";
 }
 
+std::variant<std::optional<DateFromWords>, std::string> dueFromWords(std::u16string_view text) {
+    using Due = std::optional<DateFromWords>;
+    const std::u16string words = foldedWords(text);
+    if (words == u"none" || words == u"never") return Due();
+    auto date = dateFromWords(text);
+    if (auto* reason = std::get_if<std::string>(&date)) return std::move(*reason);
+    return Due(std::get<DateFromWords>(date));
+}
+
 }  // namespace corvane

@@ -36,6 +36,9 @@ struct DateFromWords {
 /// @return the date, or why there is none: one line, UTF-8
 std::variant<DateFromWords, std::string> dateFromWords(std::u16string_view text);
 
+/// The same for a due date that may be taken away: "none" and "never" are no date.
+std::variant<std::optional<DateFromWords>, std::string> dueFromWords(std::u16string_view text);
+
 /// Reads a time of day alone: "14:00", "14:00:30", "2pm", "2:30 pm", "noon", or as the user's locale writes
 /// it.
 std::optional<TimeOfDay> timeOfDayFromWords(std::u16string_view text);

@@ -1,10 +1,12 @@
 #include "apps/host/TaskEditing.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "dates/DateBasics.h"
+#include "model/TaskTree.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Environment.h"
 
@@ -68,6 +70,10 @@ CompletionResult changeCompletion(GTask& task, bool completed) {
     return result;
 }
 
+void stampTree(GTask& task) {
+    for (const TaskInTree& entry : liveTree(task)) entry.task->updateLastModified();
+}
+
 void changeDue(GTask& task, std::optional<Date> date, bool hasTime) {
     task.setDueDate(date, !hasTime, task.alertRepeat(), task.alertRepeatInterval());
 }
@@ -115,6 +121,28 @@ void setRepeat(GTask& task, const RepeatRule& rule) {
 void setAlert(GTask& task, std::optional<Date> alert) {
     task.setDateAlert(alert);
     task.updateLastModified();
+}
+
+std::u16string titleFromText(std::u16string_view text) {
+    std::u16string title(text);
+    std::ranges::replace_if(
+        title, [](char16_t unit) { return unit == u'\n' || unit == u'\r' || unit == u'\t'; }, u' ');
+    const std::size_t first = title.find_first_not_of(u' ');
+    if (first == title.npos) return {};
+    return title.substr(first, title.find_last_not_of(u' ') - first + 1);
+}
+
+GTask& moveTask(GTask& task, GList& list, GTask* parent, GTask* previous) {
+    const bool changesList = &list != task.list();
+    if (changesList) stampTree(task);
+    // No previous sibling and a parent that is the own one mean the first place below it.
+    GTask& moved = task.moveToList(list, parent, previous);
+    if (changesList) {
+        stampTree(moved);
+    } else {
+        moved.updateLastModified();
+    }
+    return moved;
 }
 
 }  // namespace corvane

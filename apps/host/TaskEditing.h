@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "apps/host/CompletionUndo.h"
 #include "apps/host/DateWords.h"
@@ -39,5 +41,12 @@ void setDue(GTask& task, const std::optional<DateFromWords>& due);
 void setRepeat(GTask& task, const RepeatRule& rule);
 
 void setAlert(GTask& task, std::optional<Date> alert);
+
+/// A title as people type it: one line, without blanks at its ends; empty where nothing is left.
+std::u16string titleFromText(std::u16string_view text);
+
+/// Moves a task with its tree, places as for GTask::moveToList, neither of them in the task's own tree.
+/// @return the task at its new place: a copy where the list changed
+GTask& moveTask(GTask& task, GList& list, GTask* parent, GTask* previous);
 
 }  // namespace corvane

@@ -1,0 +1,69 @@
+#include "apps/host/TaskSelection.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/Accounts.h"
+#include "model/GSData.h"
+#include "model/GTask.h"
+#include "queries/TaskFilters.h"
+
+namespace corvane {
+namespace {
+
+constexpr std::u16string_view kEveryLiveTask = u"removed == NO AND list.removed == NO";
+
+Predicate everyLiveTask(const TaskSelection& selection) {
+    std::u16string text(kEveryLiveTask);
+    if (selection.rootsOnly) text += u" && parentTask = nil";
+    if (selection.hideCompleted) text += u" && completed == NO";
+    return fixedPredicate(text);
+}
+
+Predicate filterPredicate(const TaskSelection& selection, ManagedObjectContext& context) {
+    return GSData::predicateFromString(
+        GSData::predicateStringForTasksWithFilter(static_cast<std::int32_t>(*selection.filter),
+                                                  selection.hideCompleted, selection.rootsOnly),
+        selection.account ? selection.account : defaultAccount(context), selection.list);
+}
+
+// The parts of a request are predicates of their own, joined at the end.
+std::vector<Predicate> conditions(const TaskSelection& selection, ManagedObjectContext& context) {
+    std::vector<Predicate> parts;
+    if (selection.filter) {
+        parts.push_back(filterPredicate(selection, context));
+    } else {
+        parts.push_back(everyLiveTask(selection));
+        if (selection.account) {
+            parts.push_back(fixedPredicate(u"list.user == %@", {Value(selection.account)}));
+        }
+    }
+    if (selection.list) parts.push_back(fixedPredicate(u"list == %@", {Value(selection.list)}));
+    if (selection.where) {
+        parts.push_back(predicateWithTaskVariables(*selection.where, selection.account, selection.list));
+    }
+    return parts;
+}
+
+std::vector<SortDescriptor> order(const TaskSelection& selection) {
+    const std::uint32_t filter = selection.filter.value_or(selection.list ? kListFilter : kEverythingFilter);
+    const bool listDecides = selection.list && !selection.filter;
+    const int remembered = listDecides ? selection.list->tasksOrder() : GSData::tasksOrderForFilter(filter);
+    return GSData::sortDescriptorsForTasksOrder(selection.order.value_or(remembered),
+                                                static_cast<std::int32_t>(filter))
+        .value_or(std::vector<SortDescriptor>());
+}
+
+}  // namespace
+
+FetchRequest requestForTasks(const TaskSelection& selection, ManagedObjectContext& context) {
+    FetchRequest request;
+    request.entityName = GTask::kEntityName;
+    request.predicate = andPredicateWithSubpredicates(conditions(selection, context));
+    request.sortDescriptors = order(selection);
+    request.relationshipKeyPathsForPrefetching = {"list.user"};
+    return request;
+}
+
+}  // namespace corvane

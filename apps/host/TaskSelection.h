@@ -1,0 +1,28 @@
+// Which tasks to show: a filter, a list, a predicate of the user's own, and their order.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+
+#include "model/GList.h"
+#include "model/GUser.h"
+#include "platform/store/FetchRequest.h"
+#include "platform/store/ManagedObjectContext.h"
+
+namespace corvane {
+
+struct TaskSelection {
+    std::optional<std::uint32_t> filter;  ///< a number of queries/TaskFilters.h; none: every live task
+    GUser* account = nullptr;             ///< null: of a filter the default one, else every account
+    GList* list = nullptr;                ///< null: every list
+    std::optional<Predicate> where;       ///< besides; the filters' variables are bound in it
+    std::optional<int> order;             ///< a tasks order; none: what the filter or list remembers
+    bool hideCompleted = false;
+    bool rootsOnly = false;
+};
+
+/// The fetch of a selection, day boundaries as of now, lists and accounts loaded with the tasks.
+FetchRequest requestForTasks(const TaskSelection& selection, ManagedObjectContext& context);
+
+}  // namespace corvane
