@@ -2,9 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
 
-#include "BookModel.h"
+#include "RandomEdits.h"
 #include "StoreTestFixture.h"
 #include "platform/foundation/Text.h"
 
@@ -75,77 +74,18 @@ std::string disagreements(const std::vector<ManagedObject*>& objects) {
     return text;
 }
 
-class RandomOperationsTest : public BookStoreTest, public testing::WithParamInterface<unsigned> {
-  protected:
-    std::size_t below(std::size_t limit) {
-        return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random_);
-    }
-
-    template <class Object>
-    Object* any() {
-        const auto all = context().fetch<Object>({});
-        return all.empty() || below(8) == 0 ? nullptr : all[below(all.size())];
-    }
-
-    std::u16string newName() {
-        const std::string digits = std::to_string(++names_);
-        return u"N" + std::u16string(digits.begin(), digits.end());
-    }
-
-    void step() {
-        Book* book = any<Book>();
-        Shelf* shelf = any<Shelf>();
-        switch (below(11)) {
-            case 0:
-                books_.addOwner(newName());
-                return;
-            case 1:
-                books_.addShelf(newName(), any<Owner>());
-                return;
-            case 2:
-            case 3:
-            case 4:
-                books_.addBook(newName(), shelf, book);
-                return;
-            case 5:
-                if (book) book->setShelf(any<Shelf>());
-                return;
-            case 6:
-            case 7:
-                if (book) book->setWhole(any<Book>());
-                return;
-            case 8:
-                if (shelf) shelf->setOwner(any<Owner>());
-                return;
-            case 9:
-                if (book) book->setPages(static_cast<std::int16_t>(below(100)));
-                return;
-            default:
-                remove(book, shelf);
-                return;
-        }
-    }
-
-    void remove(Book* book, Shelf* shelf) {
-        if (book && below(3) != 0) context().deleteObject(*book);
-        Owner* owner = below(8) == 0 ? any<Owner>() : nullptr;
-        if (owner) context().deleteObject(*owner);
-        if (shelf && below(6) == 0) context().deleteObject(*shelf);
-    }
-
-  private:
-    std::mt19937 random_{GetParam()};
-    int names_ = 0;
-};
+class RandomOperationsTest : public BookStoreTest, public testing::WithParamInterface<unsigned> {};
 
 TEST_P(RandomOperationsTest, MemoryAndFileStayOne) {
+    Dice dice(GetParam());
+    RandomEdits edits(books_, dice);
     for (int round = 0; round < 12; ++round) {
         const std::string saved = textOf(context());
-        for (std::size_t i = 0, steps = 1 + below(25); i < steps; ++i) {
-            step();
+        for (std::size_t i = 0, steps = 1 + dice.below(25); i < steps; ++i) {
+            edits.step();
             ASSERT_EQ(disagreements(allObjects(context())), "") << round << "/" << i;
         }
-        if (below(4) == 0) {
+        if (dice.oneIn(4)) {
             context().rollback();
             ASSERT_EQ(textOf(context()), saved) << round;
         }

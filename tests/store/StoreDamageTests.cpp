@@ -1,7 +1,6 @@
 // What happens to a store file from outside: cut, garbled, on a full disk, in a place that cannot be written,
 // left by a process that was killed.
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -9,53 +8,21 @@
 #include <csignal>
 #include <random>
 
-#include "StoreFileModel.h"
-#include "platform/store/SaveTransaction.h"
-#include "platform/store/SqliteStore.h"
+#include "StoreTestFixture.h"
 #include "support/FileBytes.h"
 #include "support/OtherProcess.h"
-#include "support/PlatformStore.h"
-#include "support/TestEnvironment.h"
 
 namespace corvane {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Names of all tasks in order, or the error of whatever failed first.
-std::string taskNames(const fs::path& file) {
-    auto opened = SqliteStore::open(storeAt(file), storeFileModel());
-    if (const auto* error = std::get_if<StoreError>(&opened)) return "error: " + error->message;
-    SqliteStore& store = *std::get<0>(opened);
-    auto prepared = store.prepare("SELECT ZNAME FROM ZGTASK ORDER BY Z_PK");
-    if (const auto* error = std::get_if<StoreError>(&prepared)) return "error: " + error->message;
-    auto& statement = std::get<SqliteStatement>(prepared);
-    std::string names;
-    auto step = statement.step();
-    for (; step == SqliteStatement::Step::kRow; step = statement.step()) {
-        names += std::string(statement.utf8(0)) + " ";
+struct DamageTest : PlatformStoreTest {
+    void addTasks(int count) {
+        executeElsewhere("WITH n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < " +
+                         std::to_string(count) +
+                         ") INSERT INTO ZGTASK (Z_PK, Z_ENT, Z_OPT, ZNAME) SELECT i, 2, 1, 'Task' FROM n");
     }
-    return step == SqliteStatement::Step::kDone ? names : "error: " + store.lastError().message;
-}
-
-std::optional<StoreError> renameTask(SqliteStore& store, const std::u16string& name) {
-    SaveTransaction save(store);
-    if (const auto version = save.version(taskEntity(), 1)) {
-        save.updateRow(taskEntity(), 1, *version,
-                       {
-                           {propertyOf(taskEntity(), "name"), name}
-        });
-    }
-    return save.commit();
-}
-
-struct DamageTest : testing::Test {
-    TemporaryDirectory directory;
-    fs::path file = directory.path() / "Plorix.sqlite";
-    fs::path log = directory.path() / "Plorix.sqlite-wal";
-    fs::path index = directory.path() / "Plorix.sqlite-shm";
-
-    void SetUp() override { writePlatformStore(file); }
 };
 
 TEST_F(DamageTest, ATornLogEndsAtItsLastWholeCommit) {
@@ -63,27 +30,20 @@ TEST_F(DamageTest, ATornLogEndsAtItsLastWholeCommit) {
     commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Second' WHERE Z_PK = 1");
     const std::string whole = fileBytes(log);
     std::vector<std::string> seen;
-    for (std::size_t length = 0; length <= whole.size(); length += length < 64 ? 1 : 1001) {
+    const auto see = [&](std::size_t length) {
         fs::remove(index);
         writeFileBytes(log, whole.substr(0, length));
         const std::string names = taskNames(file);
         if (seen.empty() || seen.back() != names) seen.push_back(names);
-    }
-    fs::remove(index);
-    writeFileBytes(log, whole);
-    seen.push_back(taskNames(file));
-    EXPECT_THAT(seen,
-                testing::ElementsAre("Milk Bread Report ", "First Bread Report ", "Second Bread Report "));
+    };
+    for (std::size_t length = 0; length < whole.size(); length += length < 64 ? 1 : 1001) see(length);
+    see(whole.size());
+    EXPECT_THAT(seen, testing::ElementsAre("Milk Bread Report", "First Bread Report", "Second Bread Report"));
 }
 
 TEST_F(DamageTest, ACutOrGarbledFileIsAnErrorOrItsRows) {
-    {
-        PlainDatabase database(file);
-        database.execute(
-            "WITH n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 400) INSERT INTO ZGTASK "
-            "(Z_PK, Z_ENT, Z_OPT, ZNAME) SELECT i, 2, 1, 'Task' FROM n; PRAGMA "
-            "wal_checkpoint(TRUNCATE)");
-    }
+    addTasks(400);
+    executeElsewhere("PRAGMA wal_checkpoint(TRUNCATE)");
     const std::string whole = fileBytes(file);
     const std::string names = taskNames(file);
     std::mt19937 random(20240305);
@@ -96,13 +56,13 @@ TEST_F(DamageTest, ACutOrGarbledFileIsAnErrorOrItsRows) {
         if (auto* store = std::get_if<0>(&opened)) static_cast<void>(renameTask(**store, u"Tea"));
         return result;
     };
-    int errors = 0;
     for (std::size_t length = 1; length < whole.size(); length += 2047) {
         const std::string result = attempt(whole.substr(0, length));
         // SQLite takes a page that is there in part for one that ends in zeros.
         const bool lacksPages = length + 4096 <= whole.size();
         EXPECT_TRUE(!lacksPages || result.starts_with("error: ")) << length;
     }
+    int errors = 0;
     for (int i = 0; i < 150; ++i) {
         std::string garbled = whole;
         const std::size_t start = random() % garbled.size();
@@ -115,23 +75,20 @@ TEST_F(DamageTest, ACutOrGarbledFileIsAnErrorOrItsRows) {
 }
 
 TEST_F(DamageTest, ASaveThatDiedWithItsRollbackJournalIsUndone) {
-    const fs::path older = directory.path() / "journal.sqlite";
-    writePlatformStore(older, {.usesRollbackJournal = true});
-    PlainDatabase(older).execute(
-        "WITH n(i) AS (SELECT 10 UNION ALL SELECT i + 1 FROM n WHERE i < 400) INSERT INTO ZGTASK (Z_PK, "
-        "ZNAME) "
-        "SELECT i, 'Task' FROM n");
-    const std::string names = taskNames(older);
-    const std::uintmax_t size = fs::file_size(older);
+    for (const fs::path& part : {file, log, index}) fs::remove(part);
+    writePlatformStore(file, {.usesRollbackJournal = true});
+    addTasks(400);
+    const std::string names = taskNames(file);
+    const std::uintmax_t size = fs::file_size(file);
     runInDyingProcess([&] {
-        auto* database = new PlainDatabase(older);
+        auto* database = new PlainDatabase(file);
         database->execute(
             "PRAGMA cache_size=5; BEGIN; UPDATE ZGTASK SET ZNAME = 'A name of some length', Z_OPT = 9");
     });
-    ASSERT_GT(fs::file_size(older.string() + "-journal"), 0U);
-    fs::resize_file(older, size - 4096);  // what a save that grows the file looks like half-way
-    EXPECT_EQ(taskNames(older), names);
-    EXPECT_EQ(PlainDatabase(older).rows("PRAGMA integrity_check"), "ok");
+    ASSERT_GT(fs::file_size(file.string() + "-journal"), 0U);
+    fs::resize_file(file, size - 4096);  // what a save that grows the file looks like half-way
+    EXPECT_EQ(taskNames(file), names);
+    EXPECT_EQ(rows("PRAGMA integrity_check"), "ok");
 }
 
 // A limit on the size of files stands in for a full disk. In force until the end of the scope.
@@ -162,11 +119,11 @@ TEST_F(DamageTest, AFullDiskLosesNothing) {
         const auto error = renameTask(*store, std::u16string(100'000, u'x'));
         ASSERT_TRUE(error);
         EXPECT_EQ(error->kind, StoreError::Kind::kNoSpace) << error->message;
-        EXPECT_EQ(taskNames(file), "Tea Bread Report ");
+        EXPECT_EQ(taskNames(file), "Tea Bread Report");
     }
     EXPECT_FALSE(renameTask(*store, u"Coffee"));
-    EXPECT_EQ(taskNames(file), "Coffee Bread Report ");
-    EXPECT_EQ(PlainDatabase(file).rows("PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(taskNames(file), "Coffee Bread Report");
+    EXPECT_EQ(rows("PRAGMA integrity_check"), "ok");
 }
 
 TEST_F(DamageTest, AFullDiskMakesNoStoreInsteadOfHalfAOne) {
@@ -199,36 +156,31 @@ class StrangersRights {
     bool isBack_ = false;
 };
 
-struct Place {
-    const char* what;
-    mode_t fileMode, directoryMode;
-    std::string_view missing;  ///< suffixes of the companions that are not there
-    const char* lastSave;      ///< left in the log
-    const char* names;         ///< none: cannot be read
-};
-
 TEST_F(DamageTest, APlaceThatCannotBeWrittenIsShownAndNotSaved) {
-    const char* rename = "UPDATE ZGTASK SET ZNAME = 'Tea' WHERE Z_PK = 1";
+    struct Place {
+        const char* what;
+        mode_t fileMode;
+        std::vector<fs::path> missing;
+        bool hasLastSave;  ///< left in the log
+        const char* names;
+    };
     const Place places[] = {
-        {"all there",                        0444, 0555, "",         nullptr, "Milk Bread Report "},
-        {"all there, rows in log",           0444, 0555, "",         rename,  "Tea Bread Report " },
-        {"no companions",                    0444, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
-        {"rows in log, no index",            0444, 0555, "-shm",     rename,  "Tea Bread Report " },
-        {"file may be written",              0666, 0555, "-wal-shm", nullptr, "Milk Bread Report "},
-        {"file may be written, rows in log", 0666, 0555, "-shm",     rename,  "Tea Bread Report " },
-        {"not even read",                    0000, 0555, "",         nullptr, nullptr             },
+        {"all there",                        0444, {},           false, "Milk Bread Report"},
+        {"all there, rows in log",           0444, {},           true,  "Tea Bread Report" },
+        {"no companions",                    0444, {log, index}, false, "Milk Bread Report"},
+        {"rows in log, no index",            0444, {index},      true,  "Tea Bread Report" },
+        {"file may be written",              0666, {log, index}, false, "Milk Bread Report"},
+        {"file may be written, rows in log", 0666, {index},      true,  "Tea Bread Report" },
+        {"not even read",                    0000, {},           false, nullptr            },
     };
     for (const Place& place : places) {
         SCOPED_TRACE(place.what);
-        chmod(directory.path().c_str(), 0755);
         for (const fs::path& part : {file, log, index}) fs::remove(part);
         writePlatformStore(file);
-        if (place.lastSave) commitAndDie(file, place.lastSave);
-        for (const char* suffix : {"-wal", "-shm"}) {
-            if (place.missing.find(suffix) != std::string_view::npos) fs::remove(file.string() + suffix);
-        }
+        if (place.hasLastSave) commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Tea' WHERE Z_PK = 1");
+        for (const fs::path& part : place.missing) fs::remove(part);
         for (const fs::path& part : {file, log, index}) chmod(part.c_str(), place.fileMode);
-        chmod(directory.path().c_str(), place.directoryMode);
+        chmod(directory.path().c_str(), 0555);
         const std::string before = fileBytes(file);
         {
             const StrangersRights rights;
@@ -246,34 +198,25 @@ TEST_F(DamageTest, APlaceThatCannotBeWrittenIsShownAndNotSaved) {
             }
         }
         EXPECT_EQ(fileBytes(file), before);
+        chmod(directory.path().c_str(), 0755);
     }
-    chmod(directory.path().c_str(), 0755);
 }
 
-// Saves for ever: each one a list with 50 tasks and the number of the save in the account's name.
+// Saves for ever: each one a list with 50 tasks, and the number of the list in the account's row.
 void saveForever(const fs::path& file, const OtherProcess::Progress& progress) {
     const auto store = openedStore(file);
     while (true) {
         SaveTransaction save(*store);
         const std::int64_t list = save.takeKeys(listEntity(), 1);
-        save.insertRow(listEntity(), list,
-                       {
-                           {propertyOf(listEntity(), "name"), u"List"}
-        });
+        save.insertRow(listEntity(), list, {ofList("name", u"List")});
         progress();
         const std::int64_t first = save.takeKeys(taskEntity(), 50);
         for (std::int64_t key = first; key < first + 50; ++key) {
-            save.insertRow(taskEntity(), key,
-                           {
-                               {propertyOf(taskEntity(), "list"), list}
-            });
+            save.insertRow(taskEntity(), key, {ofTask("list", list)});
             if (key % 10 == 0) progress();
         }
         const std::optional<std::int64_t> version = save.version(userEntity(), 1);
-        save.updateRow(userEntity(), 1, version.value(),
-                       {
-                           {propertyOf(userEntity(), "displayOrder"), list}
-        });
+        save.updateRow(userEntity(), 1, version.value(), {ofUser("displayOrder", list)});
         progress();
         if (auto error = save.commit()) throw std::runtime_error(error->message);
         progress();
@@ -281,6 +224,11 @@ void saveForever(const fs::path& file, const OtherProcess::Progress& progress) {
 }
 
 TEST_F(DamageTest, AKilledSaveIsThereWholeOrNotAtAll) {
+    constexpr const char* kWholeSaves =
+        "SELECT (SELECT count(*) FROM ZGLIST l WHERE Z_PK > 2 AND (SELECT count(*) FROM ZGTASK WHERE ZLIST = "
+        "l.Z_PK) <> 50), (SELECT count(*) FROM ZGTASK) - 3 = 50 * ((SELECT count(*) FROM ZGLIST) - 2), "
+        "(SELECT ZDISPLAYORDER IN (0, (SELECT max(Z_PK) FROM ZGLIST)) FROM ZGUSER), "
+        "(SELECT Z_MAX = (SELECT max(Z_PK) FROM ZGTASK) FROM Z_PRIMARYKEY WHERE Z_NAME = 'GTask')";
     std::mt19937 random(20240305);
     for (int round = 0; round < 40; ++round) {
         {
@@ -288,23 +236,10 @@ TEST_F(DamageTest, AKilledSaveIsThereWholeOrNotAtAll) {
             writer.waitForProgress(1 + static_cast<int>(random() % 60));
         }
         ASSERT_FALSE(taskNames(file).starts_with("error: "));
-        PlainDatabase database(file);
-        ASSERT_EQ(database.rows("PRAGMA integrity_check"), "ok");
-        ASSERT_EQ(database.rows(
-                      "SELECT count(*) FROM ZGLIST t0 WHERE Z_PK > 2 AND (SELECT count(*) FROM ZGTASK WHERE "
-                      "ZLIST = t0.Z_PK) <> 50"),
-                  "0");
-        ASSERT_EQ(database.rows(
-                      "SELECT (SELECT count(*) FROM ZGTASK) - 3 = 50 * ((SELECT count(*) FROM ZGLIST) - 2)"),
-                  "1");
-        ASSERT_EQ(database.rows("SELECT ZDISPLAYORDER IN (0, (SELECT max(Z_PK) FROM ZGLIST)) FROM ZGUSER"),
-                  "1");
-        ASSERT_EQ(
-            database.rows(
-                "SELECT Z_MAX = (SELECT max(Z_PK) FROM ZGTASK) FROM Z_PRIMARYKEY WHERE Z_NAME = 'GTask'"),
-            "1");
+        ASSERT_EQ(rows("PRAGMA integrity_check"), "ok");
+        ASSERT_EQ(rows(kWholeSaves), "0|1|1|1");
     }
-    EXPECT_GT(PlainDatabase(file).integer("SELECT count(*) FROM ZGLIST"), 10) << "no save came through";
+    EXPECT_GT(std::stoi(rows("SELECT count(*) FROM ZGLIST")), 10) << "no save came through";
 }
 
 }  // namespace

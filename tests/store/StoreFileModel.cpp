@@ -82,6 +82,18 @@ PropertyIndex propertyOf(const EntityDescription& entity, std::string_view name)
     return entity.indexOfProperty(name).value();
 }
 
+SaveTransaction::ChangedValue ofUser(std::string_view name, Value value) {
+    return {propertyOf(userEntity(), name), std::move(value)};
+}
+
+SaveTransaction::ChangedValue ofList(std::string_view name, Value value) {
+    return {propertyOf(listEntity(), name), std::move(value)};
+}
+
+SaveTransaction::ChangedValue ofTask(std::string_view name, Value value) {
+    return {propertyOf(taskEntity(), name), std::move(value)};
+}
+
 PersistentStoreDescription storeAt(const std::filesystem::path& file) {
     PersistentStoreDescription description;
     description.file = file;
@@ -98,6 +110,29 @@ std::unique_ptr<SqliteStore> openedStore(const PersistentStoreDescription& descr
     auto opened = SqliteStore::open(description, storeFileModel());
     if (const auto* error = std::get_if<StoreError>(&opened)) throw std::runtime_error(error->message);
     return std::move(std::get<0>(opened));
+}
+
+std::string taskNames(const std::filesystem::path& file) {
+    auto opened = SqliteStore::open(storeAt(file), storeFileModel());
+    if (const auto* error = std::get_if<StoreError>(&opened)) return "error: " + error->message;
+    SqliteStore& store = *std::get<0>(opened);
+    auto prepared = store.prepare("SELECT ZNAME FROM ZGTASK ORDER BY Z_PK");
+    if (const auto* error = std::get_if<StoreError>(&prepared)) return "error: " + error->message;
+    auto& statement = std::get<SqliteStatement>(prepared);
+    std::string names;
+    auto step = statement.step();
+    for (; step == SqliteStatement::Step::kRow; step = statement.step()) {
+        names += (names.empty() ? "" : " ") + std::string(statement.utf8(0));
+    }
+    return step == SqliteStatement::Step::kDone ? names : "error: " + store.lastError().message;
+}
+
+std::optional<StoreError> renameTask(SqliteStore& store, const std::u16string& name) {
+    SaveTransaction save(store);
+    if (const auto version = save.version(taskEntity(), 1)) {
+        save.updateRow(taskEntity(), 1, *version, {ofTask("name", name)});
+    }
+    return save.commit();
 }
 
 }  // namespace corvane

@@ -3,23 +3,15 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 
-#include "StoreFileModel.h"
-#include "platform/store/SaveTransaction.h"
-#include "platform/store/SqliteStore.h"
+#include "StoreTestFixture.h"
 #include "support/FileBytes.h"
-#include "support/OtherProcess.h"
-#include "support/PlatformStore.h"
-#include "support/TestEnvironment.h"
 
 namespace corvane {
 namespace {
 
 namespace fs = std::filesystem;
 
-struct WatcherTest : testing::Test {
-    TemporaryDirectory directory;
-    fs::path file = directory.path() / "Plorix.sqlite";
-};
+struct WatcherTest : PlatformStoreTest {};
 
 bool isReadable(const StoreWatcher& watcher) {
     pollfd descriptor{watcher.fileDescriptor().value(), POLLIN, 0};
@@ -27,7 +19,6 @@ bool isReadable(const StoreWatcher& watcher) {
 }
 
 TEST_F(WatcherTest, NoticesACommitOfAnotherProcess) {
-    writePlatformStore(file);
     StoreWatcher watcher(file);
     EXPECT_FALSE(isReadable(watcher));
     EXPECT_FALSE(watcher.readEvents());
@@ -39,7 +30,6 @@ TEST_F(WatcherTest, NoticesACommitOfAnotherProcess) {
 }
 
 TEST_F(WatcherTest, AReaderDoesNotFeedIt) {
-    writePlatformStore(file);
     const auto store = openedStore(file);
     StoreWatcher watcher(file);
     for (int i = 0; i < 3; ++i) {
@@ -51,7 +41,6 @@ TEST_F(WatcherTest, AReaderDoesNotFeedIt) {
 }
 
 TEST_F(WatcherTest, TellsTheStoreFromItsNeighbours) {
-    writePlatformStore(file);
     StoreWatcher watcher(file);
     const std::pair<const char*, bool> rows[] = {
         {"Plorix.sqlite-wal",     true },
@@ -68,22 +57,22 @@ TEST_F(WatcherTest, TellsTheStoreFromItsNeighbours) {
     }
 }
 
-TEST_F(WatcherTest, NoticesAStoreThatComesOrIsReplaced) {
+TEST_F(WatcherTest, NoticesAStoreThatGoesOrComes) {
     StoreWatcher watcher(file);
-    const fs::path elsewhere = directory.path() / "copy";
-    writePlatformStore(elsewhere);
+    const fs::path elsewhere = directory.path() / "elsewhere";
+    fs::rename(file, elsewhere);
+    EXPECT_TRUE(watcher.readEvents());
+    fs::create_directory(directory.path() / "another");
     EXPECT_FALSE(watcher.readEvents());
     fs::rename(elsewhere, file);
-    EXPECT_TRUE(watcher.readEvents());
-    fs::remove(file);
     EXPECT_TRUE(watcher.readEvents());
 }
 
 TEST_F(WatcherTest, FollowsALinkToTheStore) {
-    const TemporaryDirectory real;
-    writePlatformStore(real.path() / "real.sqlite");
-    fs::create_symlink(real.path() / "real.sqlite", file);
-    StoreWatcher watcher(file);
+    const fs::path link = directory.path() / "links" / "Plorix.sqlite";
+    fs::create_directory(link.parent_path());
+    fs::create_symlink(file, link);
+    StoreWatcher watcher(link);
     commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Tea'");
     EXPECT_TRUE(watcher.readEvents());
 }
