@@ -24,23 +24,25 @@ constexpr std::u16string_view kSame = {};
 
 constexpr std::array<TaskFilter, kTaskFilterCount> kFilters = {
     {
-     {"Overdue", "Filter-Overdue", "OverdueTasksOrder",
+     {textKey("Overdue"), "Filter-Overdue", "OverdueTasksOrder",
          u" && hasDueDate == YES && ((hasDueTime == YES && dueDate < $NOW) || (hasDueTime == NO && dueDate < "
          u"$TODAY))",
          kSame},
-     {"Today", "Filter-Today", "TodayOverdueTasksOrder", u" && hasDueDate == YES && dueDate < $TOMORROW",
+     {textKey("Today"), "Filter-Today", "TodayOverdueTasksOrder",
+         u" && hasDueDate == YES && dueDate < $TOMORROW",
          u" && hasDueDate == YES && dueDate >= $TODAY && dueDate < $TOMORROW"},
-     {"Tomorrow", "Filter-Tomorrow", "TomorrowTasksOrder",
+     {textKey("Tomorrow"), "Filter-Tomorrow", "TomorrowTasksOrder",
          u" && hasDueDate == YES && dueDate >= $TOMORROW && dueDate < $DAY_AFTER_TOMORROW", kSame},
-     {"Upcoming Week", "Filter-Week", "WeekOverdueTasksOrder",
+     {textKey("Upcoming Week"), "Filter-Week", "WeekOverdueTasksOrder",
          u" && hasDueDate == YES && dueDate < $NEXT_WEEK",
          u" && hasDueDate == YES && dueDate >= $TODAY && dueDate < $NEXT_WEEK"},
-     {"No Due Date", "Filter-NoDate", "NoDueDateTasksOrder", u" && hasDueDate == NO", kSame},
-     {"Everything", "Filter-All", "AllTasksOrder", u"", kSame},
-     {"Completed Tasks", "Filter-Completed", "CompletedTasksOrder", u" && completed == YES", kSame},
+     {textKey("No Due Date"), "Filter-NoDate", "NoDueDateTasksOrder", u" && hasDueDate == NO", kSame},
+     {textKey("Everything"), "Filter-All", "AllTasksOrder", u"", kSame},
+     {textKey("Completed Tasks"), "Filter-Completed", "CompletedTasksOrder", u" && completed == YES",
+         kSame},
      // Later is told apart from Everything by its name alone; both select the same tasks.
-        {"Later", "Filter-Later", "LaterTasksOrder", u"", kSame},
-     {"None", "Filter-Calendar", "", u"", kSame},
+        {textKey("Later"), "Filter-Later", "LaterTasksOrder", u"", kSame},
+     {textKey("None"), "Filter-Calendar", "", u"", kSame},
      }
 };
 

@@ -84,11 +84,11 @@ void TodayViewController::showCounts() {
     noTasksView.isHidden = count >= 1;
     footerLabel.text.reset();
     if (count >= kFewestTasksCounted) {
-        footerLabel.text = localizedCount("You have %d tasks due today", count);
+        footerLabel.text = localizedCount(textKey("You have %d tasks due today"), count);
     }
     showAllButton.isHidden = count <= maxTasksInWidget_;
     if (showAllButton.isHidden) return;
-    showAllButton.title = localizedCount("View More (%d)", tasksNotShown(count, maxTasksInWidget_));
+    showAllButton.title = localizedCount(textKey("View More (%d)"), tasksNotShown(count, maxTasksInWidget_));
 }
 
 void TodayViewController::updateSize() {

@@ -20,10 +20,10 @@ struct Unit {
     const char* several;
 };
 constexpr Unit kUnits[] = {
-    {{u"w", u"week", u"weeks", u"wk"},      604'800, "1 week before",   "%d weeks before"  },
-    {{u"d", u"day", u"days", u"d"},         86'400,  "1 day before",    "%d days before"   },
-    {{u"h", u"hour", u"hours", u"hr"},      3'600,   "1 hour before",   "%d hours before"  },
-    {{u"m", u"minute", u"minutes", u"min"}, 60,      "1 minute before", "%d minutes before"},
+    {{u"w", u"week", u"weeks", u"wk"},      604'800, textKey("1 week before"),   textKey("%d weeks before")  },
+    {{u"d", u"day", u"days", u"d"},         86'400,  textKey("1 day before"),    textKey("%d days before")   },
+    {{u"h", u"hour", u"hours", u"hr"},      3'600,   textKey("1 hour before"),   textKey("%d hours before")  },
+    {{u"m", u"minute", u"minutes", u"min"}, 60,      textKey("1 minute before"), textKey("%d minutes before")},
 };
 
 bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
@@ -61,7 +61,7 @@ std::variant<std::optional<Date>, std::string> alertFromWords(std::u16string_vie
     using Alert = std::optional<Date>;
     const std::u16string words = foldedWords(text);
     if (words == u"none" || words == u"never" || words == u"no" || words == u"off") return Alert();
-    if (!dueDate) return "an alert needs a due date";
+    if (!dueDate) return localizedUtf8("an alert needs a due date");
     if (const std::optional<Date> before = dateBefore(*dueDate, words)) return Alert(before);
     if (const std::optional<TimeOfDay> time = timeOfDayFromWords(text)) {
         return Alert(atTimeOfDay(*dueDate, *time));
@@ -69,8 +69,10 @@ std::variant<std::optional<Date>, std::string> alertFromWords(std::u16string_vie
     const auto date = dateFromWords(text);
     const auto* found = std::get_if<DateFromWords>(&date);
     if (found && found->hasTime) return Alert(found->date);
-    if (found) return "an alert on a day needs a time, like \"tomorrow 9:00\"";
-    return "\"" + utf8FromText(text) + "\" is no alert; write it like 15m, 2h, 1d, 9:00 or \"tomorrow 9:00\"";
+    if (found) return localizedUtf8("an alert on a day needs a time, like \"tomorrow 9:00\"");
+    // TRANSLATORS: Examples of what to type stay in English: it is read in every language.
+    return localizedUtf8("\"%@\" is no alert; write it like 15m, 2h, 1d, 9:00 or \"tomorrow 9:00\"",
+                         {std::u16string(text)});
 }
 
 std::u16string alertInWords(Date alert, std::optional<Date> dueDate) {

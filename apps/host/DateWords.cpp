@@ -242,13 +242,14 @@ std::optional<TimeOfDay> timeOfDayFromWords(std::u16string_view text) {
 
 std::variant<DateFromWords, std::string> dateFromWords(std::u16string_view text) {
     const std::u16string_view typed = trimmed(text);
-    if (typed.empty()) return "a date is missing";
+    if (typed.empty()) return localizedUtf8("a date is missing");
     if (const std::optional<Date> date = dateFromRfc3339(typed)) return DateFromWords{*date, true};
     if (const std::optional<Day> day = dayFromText(typed)) return dateOfDay(*day, std::nullopt);
     if (const std::optional<DateFromWords> date = dateFromDayAndTime(typed)) return *date;
     if (const std::optional<TimeOfDay> time = timeOfDayFromWords(typed)) return dateOfDay(today(), time);
-    return "\"" + utf8FromText(typed) +
-           "\" is no date; write it like 2024-03-05, \"tomorrow 14:00\", friday or +3d";
+    // TRANSLATORS: Examples of what to type stay in English: it is read in every language.
+    return localizedUtf8("\"%@\" is no date; write it like 2024-03-05, \"tomorrow 14:00\", friday or +3d",
+                         {std::u16string(typed)});
 }
 
 std::variant<std::optional<DateFromWords>, std::string> dueFromWords(std::u16string_view text) {

@@ -4,6 +4,7 @@
 
 #include "dates/Rfc3339.h"
 #include "platform/foundation/Environment.h"
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 
 namespace corvane {
@@ -27,7 +28,9 @@ std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options
         Environment::MissingDirectory::kLeave);
     if (options.now.empty()) return std::nullopt;
     const std::optional<Date> date = clockFromText(options.now);
-    if (!date) return "--now takes a time like 2024-03-05T12:00:00Z, not \"" + options.now + "\"";
+    if (!date)
+        return localizedUtf8("--now takes a time like 2024-03-05T12:00:00Z, not \"%@\"",
+                             {textFromUtf8(options.now)});
     environment.now = [fixed = *date] { return fixed; };
     return std::nullopt;
 }

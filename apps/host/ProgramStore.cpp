@@ -4,6 +4,8 @@
 #include <system_error>
 
 #include "platform/foundation/Environment.h"
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 
 namespace corvane {
 namespace {
@@ -33,12 +35,12 @@ void launchForChanging(GSData& data) {
 std::optional<std::string> storeProblem(const GSData& data) {
     if (!data.loadError()) return std::nullopt;
     const std::optional<std::filesystem::path> directory = data.documentsDirectory();
-    if (!directory) return "there is no container folder, and none can be made";
+    if (!directory) return localizedUtf8("there is no container folder, and none can be made");
     std::error_code error;
     const auto status = std::filesystem::symlink_status(*directory / kStoreFileName, error);
     if (status.type() != std::filesystem::file_type::not_found) return data.loadError()->message;
-    return "there is no task store in " + directory->string() +
-           " yet; begin with: corvane task add \"My first task\"";
+    return localizedUtf8("there is no task store in %@ yet; begin with: corvane task add \"My first task\"",
+                         {textFromUtf8(directory->string())});
 }
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "apps/host/DateWords.h"
+#include "apps/host/JoinedWords.h"
 #include "apps/host/WeekdayWords.h"
 #include "dates/RepeatArithmetic.h"
 #include "platform/foundation/Localization.h"
@@ -23,7 +24,8 @@ constexpr std::u16string_view kOrdinals[][2] = {
     {u"4th",  u"fourth"},
     {u"last", u"last"  },
 };
-constexpr const char* kOrdinalKeys[] = {"1st", "2nd", "3rd", "4th", "last"};
+constexpr const char* kOrdinalKeys[] = {textKey("1st"), textKey("2nd"), textKey("3rd"), textKey("4th"),
+                                        textKey("last")};
 
 struct UnitWords {
     std::int32_t kind;
@@ -32,10 +34,19 @@ struct UnitWords {
     const char* several;
 };
 constexpr UnitWords kUnits[] = {
-    {kRepeatDaily,   {u"day", u"days", u"daily", u"daily"},         "every day",   "every %d days"  },
-    {kRepeatWeekly,  {u"week", u"weeks", u"weekly", u"weekly"},     "every week",  "every %d weeks" },
-    {kRepeatMonthly, {u"month", u"months", u"monthly", u"monthly"}, "every month", "every %d months"},
-    {kRepeatYearly,  {u"year", u"years", u"yearly", u"annually"},   "every year",  "every %d years" },
+    {kRepeatDaily,   {u"day", u"days", u"daily", u"daily"}, textKey("every day"), textKey("every %d days")},
+    {kRepeatWeekly,
+     {u"week", u"weeks", u"weekly", u"weekly"},
+     textKey("every week"),
+     textKey("every %d weeks")                                                                            },
+    {kRepeatMonthly,
+     {u"month", u"months", u"monthly", u"monthly"},
+     textKey("every month"),
+     textKey("every %d months")                                                                           },
+    {kRepeatYearly,
+     {u"year", u"years", u"yearly", u"annually"},
+     textKey("every year"),
+     textKey("every %d years")                                                                            },
 };
 
 std::vector<std::u16string> wordsOf(std::u16string_view text) {
@@ -77,17 +88,14 @@ std::optional<std::uint64_t> ordinalFromWord(std::u16string_view word) {
     return std::nullopt;
 }
 
-std::string quoted(Words words) {
-    std::string text;
-    for (const std::u16string& word : words) text += (text.empty() ? "" : " ") + utf8FromText(word);
-    return "\"" + text + "\"";
-}
-
 std::string notUnderstood(Words words) {
-    return quoted(words) +
-           " is no repeat rule; write it like \"every day\", \"every 2 weeks on mon, fri\" or \"every month "
-           "on "
-           "the last working day\"";
+    std::u16string text;
+    for (const std::u16string& word : words) text += (text.empty() ? u"" : u" ") + word;
+    // TRANSLATORS: Examples of what to type stay in English: it is read in every language.
+    return localizedUtf8(
+        "\"%@\" is no repeat rule; write it like \"every day\", \"every 2 weeks on mon, fri\" or "
+        "\"every month on the last working day\"",
+        {text});
 }
 
 void addWeekday(RepeatRule& rule, std::uint64_t weekday) {
@@ -133,8 +141,10 @@ Reading monthlyRule(RepeatRule rule, Words words) {
     if (words.size() == 2 && words[0] == u"day") {
         const std::optional<std::int32_t> day = countFromWord(words[1]);
         if (!day || *day > 4) {
-            return "a rule can name days 1 to 4 and the last day of a month; for another day let the task be "
-                   "due on it and repeat \"every month\"";
+            // TRANSLATORS: Examples of what to type stay in English: it is read in every language.
+            return localizedUtf8(
+                "a rule can name days 1 to 4 and the last day of a month; for another day let the task be "
+                "due on it and repeat \"every month\"");
         }
         rule.ordinal = static_cast<std::uint64_t>(*day);
         rule.dayKind = kDayOfMonth;
@@ -159,18 +169,12 @@ Reading ruleWithDetail(const RepeatRule& rule, Words words, Words all) {
     return notUnderstood(all);
 }
 
-std::u16string joined(const std::vector<std::u16string>& words) {
-    std::u16string text;
-    for (const std::u16string& word : words) text += (text.empty() ? u"" : u", ") + word;
-    return text;
-}
-
 std::u16string weekdaysInWords(const RepeatRule& rule) {
     std::vector<std::u16string> names;
     for (const std::uint64_t weekday : rule.weekdays) {
         names.push_back(weekdayName(static_cast<Weekday>(weekday), NameLength::kShort));
     }
-    return joined(names);
+    return joinedWords(names);
 }
 
 std::u16string dayKindInWords(std::uint64_t kind) {
@@ -180,16 +184,19 @@ std::u16string dayKindInWords(std::uint64_t kind) {
     return weekdayName(static_cast<Weekday>(kind), NameLength::kFull);
 }
 
-std::u16string detailInWords(const RepeatRule& rule) {
+// How often, with the days of the rule behind it.
+std::u16string withDetail(const std::u16string& often, const RepeatRule& rule) {
     if (rule.kind == kRepeatWeekly && !rule.weekdays.empty()) {
-        return stringWithFormat(localizedString(" on %@"), {weekdaysInWords(rule)});
+        return stringWithFormat(localizedString("%1$@ on %2$@"), {often, weekdaysInWords(rule)});
     }
-    if (rule.kind != kRepeatMonthly || rule.ordinal == 0) return {};
+    if (rule.kind != kRepeatMonthly || rule.ordinal == 0) return often;
     if (rule.dayKind == kDayOfMonth && rule.ordinal < kLastOrdinal) {
-        return stringWithFormat(localizedString(" on day %d"), {static_cast<std::int64_t>(rule.ordinal)});
+        return stringWithFormat(localizedString("%1$@ on day %2$d"),
+                                {often, static_cast<std::int64_t>(rule.ordinal)});
     }
-    return stringWithFormat(localizedString(" on the %1$@ %2$@"),
-                            {localizedString(kOrdinalKeys[rule.ordinal - 1]), dayKindInWords(rule.dayKind)});
+    return stringWithFormat(
+        localizedString("%1$@ on the %2$@ %3$@"),
+        {often, localizedString(kOrdinalKeys[rule.ordinal - 1]), dayKindInWords(rule.dayKind)});
 }
 
 bool isDayKind(std::uint64_t kind) {
@@ -200,7 +207,7 @@ bool isDayKind(std::uint64_t kind) {
 
 Reading repeatFromWords(std::u16string_view text) {
     const std::vector<std::u16string> all = wordsOf(text);
-    if (all.empty()) return "a repeat rule is missing";
+    if (all.empty()) return localizedUtf8("a repeat rule is missing");
     if (all.size() == 1 && (all[0] == u"none" || all[0] == u"never" || all[0] == u"no")) return RepeatRule();
     Words words = all;
     if (words.front() == u"every" || words.front() == u"each") words = words.subspan(1);
@@ -229,7 +236,7 @@ std::u16string repeatInWords(const RepeatRule& rule) {
         rule.interval == 1
             ? localizedString(unit->one)
             : stringWithFormat(localizedString(unit->several, rule.interval), {std::int64_t{rule.interval}});
-    return often + detailInWords(rule);
+    return withDetail(often, rule);
 }
 
 RepeatRule repeatOfTask(const GTask& task) {

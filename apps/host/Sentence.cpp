@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
+#include "apps/host/JoinedWords.h"
 #include "apps/host/WritingDirection.h"
 #include "platform/foundation/Locale.h"
 #include "platform/foundation/Localization.h"
@@ -19,9 +21,9 @@ struct PriorityWords {
     const char* words;
 };
 constexpr PriorityWords kPriorityWords[] = {
-    {kPriority1Image.name, "low priority"   },
-    {kPriority2Image.name, "medium priority"},
-    {kPriority3Image.name, "high priority"  },
+    {kPriority1Image.name, textKey("low priority")   },
+    {kPriority2Image.name, textKey("medium priority")},
+    {kPriority3Image.name, textKey("high priority")  },
 };
 
 // The plural key has one English form, so that a single task has a key of its own.
@@ -58,14 +60,15 @@ std::u16string widgetSentence(const WidgetSnapshot& widget, std::size_t overdueC
 
 std::u16string dueCountText(std::size_t dueCount, std::size_t overdueCount) {
     if (overdueCount == 0) return dueTasks(dueCount);
-    return dueTasks(dueCount) + u", " + overdueTasks(overdueCount);
+    const std::u16string counts[] = {dueTasks(dueCount), overdueTasks(overdueCount)};
+    return joinedWords(counts);
 }
 
 std::u16string rowInWords(const WidgetRow& row) {
-    std::u16string words = isolatedText(row.title.value_or(std::u16string()));
-    if (row.time) words += u", " + withinSentence(*row.time);
-    if (const auto priority = priorityInWords(row.priority)) words += u", " + *priority;
-    return words;
+    std::vector<std::u16string> words = {isolatedText(row.title.value_or(std::u16string()))};
+    if (row.time) words.push_back(withinSentence(*row.time));
+    if (const auto priority = priorityInWords(row.priority)) words.push_back(*priority);
+    return joinedWords(words);
 }
 
 std::optional<std::u16string> priorityInWords(const std::optional<std::string>& mark) {

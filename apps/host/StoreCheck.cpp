@@ -59,12 +59,12 @@ Findings listsWithoutAccount(ManagedObjectContext& context) {
     Findings findings;
     for (GList* list : liveObjects<GList>(context)) {
         if (list->user()) continue;
-        findings.push_back(
-            {fault(FaultKind::kReference, "The list \"%@\" is in no account", *list), [&context, list] {
-                 GUser* account = defaultAccount(context);
-                 list->setUser(account);
-                 return account != nullptr;
-             }});
+        findings.push_back({fault(FaultKind::kReference, textKey("The list \"%@\" is in no account"), *list),
+                            [&context, list] {
+                                GUser* account = defaultAccount(context);
+                                list->setUser(account);
+                                return account != nullptr;
+                            }});
     }
     return findings;
 }
@@ -74,7 +74,7 @@ Findings tasksWithoutList(ManagedObjectContext& context) {
     for (GTask* task : judgedTasks(context)) {
         if (task->list()) continue;
         findings.push_back(
-            {fault(FaultKind::kReference, "The task \"%@\" is in no list", *task), [&context, task] {
+            {fault(FaultKind::kReference, textKey("The task \"%@\" is in no list"), *task), [&context, task] {
                  const GUser* account = defaultAccount(context);
                  GList* list = account ? account->defaultList() : nullptr;
                  if (!list) return false;
@@ -89,9 +89,10 @@ Findings tasksWithoutList(ManagedObjectContext& context) {
 const char* faultOfParent(const GTask& task) {
     if (std::holds_alternative<std::monostate>(task.valueForKey("parentTask"))) return nullptr;
     const GTask* parent = task.parentTask();
-    if (!parent) return "The task \"%@\" is below a task that is gone";
-    if (parent->removed()) return "The task \"%@\" is below a removed task";
-    return parent->list() == task.list() ? nullptr : "The task \"%@\" is below a task of another list";
+    if (!parent) return textKey("The task \"%@\" is below a task that is gone");
+    if (parent->removed()) return textKey("The task \"%@\" is below a removed task");
+    return parent->list() == task.list() ? nullptr
+                                         : textKey("The task \"%@\" is below a task of another list");
 }
 
 /// One task of every circle of parents.
@@ -127,7 +128,7 @@ Findings tasksWithWrongParent(ManagedObjectContext& context) {
         if (const char* sentence = faultOfParent(*task)) findings.push_back(parentFinding(*task, sentence));
     }
     for (GTask* task : tasksThatCloseCircles(tasks)) {
-        findings.push_back(parentFinding(*task, "The task \"%@\" is below itself"));
+        findings.push_back(parentFinding(*task, textKey("The task \"%@\" is below itself")));
     }
     return findings;
 }
@@ -138,15 +139,15 @@ Findings wrongDueDates(ManagedObjectContext& context) {
         const bool isDue = task->dueDate().has_value();
         if (!isDue && (task->alertEnabled() || task->alertDate())) {
             findings.push_back(
-                {fault(FaultKind::kDueDate, "The task \"%@\" has an alert but no due date", *task),
+                {fault(FaultKind::kDueDate, textKey("The task \"%@\" has an alert but no due date"), *task),
                  always([task] {
                      task->setDateAlert(std::nullopt);
                      task->updateLastModified();
                  })});
         }
         if (task->hasDueDate() == isDue) continue;
-        const char* sentence = isDue ? "The task \"%@\" has a due date but is marked as having none"
-                                     : "The task \"%@\" is marked as having a due date but has none";
+        const char* sentence = isDue ? textKey("The task \"%@\" has a due date but is marked as having none")
+                                     : textKey("The task \"%@\" is marked as having a due date but has none");
         findings.push_back({fault(FaultKind::kDueDate, sentence, *task), always([task] {
                                 task->setHasDueDate(task->dueDate().has_value());
                                 task->updateLastModified();
@@ -161,7 +162,7 @@ Findings wrongCompletion(ManagedObjectContext& context) {
         const auto isOpen = [](const GTask* child) { return !child->removed() && !child->completed(); };
         if (!task->completed() || std::ranges::none_of(task->subTasks(), isOpen)) continue;
         findings.push_back(
-            {fault(FaultKind::kCompletion, "The task \"%@\" is done but has open subtasks", *task),
+            {fault(FaultKind::kCompletion, textKey("The task \"%@\" is done but has open subtasks"), *task),
              always([task] { task->fixCompletedSubtaskingSanity(); })});
     }
     return findings;
@@ -185,8 +186,9 @@ Findings misalignedRepeats(ManagedObjectContext& context) {
     Findings findings;
     for (GTask* task : judgedTasks(context)) {
         if (!isOffItsRule(*task)) continue;
-        findings.push_back({fault(FaultKind::kRepeat, "The task \"%@\" is due off its repeat rule", *task),
-                            always([task] { task->fixSanity(); })});
+        findings.push_back(
+            {fault(FaultKind::kRepeat, textKey("The task \"%@\" is due off its repeat rule"), *task),
+             always([task] { task->fixSanity(); })});
     }
     return findings;
 }
@@ -204,7 +206,7 @@ Findings severalDefaultLists(ManagedObjectContext& context) {
         std::erase_if(lists, [](const GList* list) { return !list->isDefault(); });
         if (lists.size() < 2) continue;
         findings.push_back(
-            {fault(FaultKind::kDefault, "The account \"%@\" has several default lists", *account),
+            {fault(FaultKind::kDefault, textKey("The account \"%@\" has several default lists"), *account),
              always([list = lists.front()] { keepAsOnlyDefault(*list); })});
     }
     return findings;
@@ -215,9 +217,9 @@ Findings severalDefaultAccounts(ManagedObjectContext& context) {
     std::erase_if(accounts, [](const GUser* account) { return !account->isDefault(); });
     Findings findings;
     for (std::size_t i = 1; i < accounts.size(); ++i) {
-        findings.push_back(
-            {fault(FaultKind::kDefault, "The account \"%@\" is a second default account", *accounts[i]),
-             always([account = accounts[i]] { account->setIsDefault(false); })});
+        findings.push_back({fault(FaultKind::kDefault,
+                                  textKey("The account \"%@\" is a second default account"), *accounts[i]),
+                            always([account = accounts[i]] { account->setIsDefault(false); })});
     }
     return findings;
 }
@@ -258,12 +260,14 @@ Findings wrongOrders(ManagedObjectContext& context) {
         for (const GList* list : account->orderedLists()) {
             if (isTaskOrderSound(*list)) continue;
             findings.push_back(
-                {fault(FaultKind::kOrder, "The tasks of the list \"%@\" are not numbered in order", *list),
+                {fault(FaultKind::kOrder, textKey("The tasks of the list \"%@\" are not numbered in order"),
+                       *list),
                  mend});
         }
         if (isListOrderSound(*account)) continue;
         findings.push_back(
-            {fault(FaultKind::kOrder, "The lists of the account \"%@\" are not numbered in order", *account),
+            {fault(FaultKind::kOrder, textKey("The lists of the account \"%@\" are not numbered in order"),
+                   *account),
              mend});
     }
     if (isAccountOrderSound(orderedAccounts(context))) return findings;

@@ -40,11 +40,12 @@ class Fields {
 void addState(Fields& fields, const GTask& task) {
     if (!task.completed()) return;
     const std::optional<Date> date = task.completedDate();
-    fields.add("Done", date ? stringOfDateTime(*date) : localizedString("yes"));
+    fields.add(textKey("Done"), date ? stringOfDateTime(*date) : localizedString("yes"));
 }
 
 void addRegion(Fields& fields, const GTask& task) {
-    if (task.regionAlert() != 0) fields.add("Place alert", nameOr(task.regionDescription(), "a place"));
+    if (task.regionAlert() != 0)
+        fields.add(textKey("Place alert"), nameOr(task.regionDescription(), textKey("a place")));
 }
 
 }  // namespace
@@ -54,7 +55,7 @@ std::u16string priorityWord(std::int32_t priority) {
     const auto value = static_cast<std::uint32_t>(priority);
     if (value >= 50) return localizedString("high");
     if (value >= 40) return localizedString("medium");
-    return localizedString(value >= 30 ? "low" : "none");
+    return value >= 30 ? localizedString("low") : localizedString("none");
 }
 
 std::u16string dueInWords(const GTask& task) {
@@ -71,27 +72,28 @@ std::u16string dueInWords(const GTask& task) {
 std::u16string placeInWords(const GTask& task) {
     const GList* list = task.list();
     if (!list) return localizedString("no list");
-    const std::u16string name = nameOr(list->name(), "a list without a name");
+    const std::u16string name = nameOr(list->name(), textKey("a list without a name"));
     const GUser* account = list->user();
     if (!account) return name;
     return stringWithFormat(localizedString("%1$@ (%2$@)"),
-                            {name, nameOr(account->name(), "an account without a name")});
+                            {name, nameOr(account->name(), textKey("an account without a name"))});
 }
 
 std::vector<TaskField> fieldsOfTask(const GTask& task) {
     Fields fields;
     addState(fields, task);
-    fields.add("Due", dueInWords(task));
-    if (task.alertRepeat() != kNoRepeat) fields.add("Repeat", repeatInWords(repeatOfTask(task)));
+    fields.add(textKey("Due"), dueInWords(task));
+    if (task.alertRepeat() != kNoRepeat) fields.add(textKey("Repeat"), repeatInWords(repeatOfTask(task)));
     if (task.alertEnabled() && task.alertDate()) {
-        fields.add("Alert", alertInWords(*task.alertDate(), task.dueDate()));
+        fields.add(textKey("Alert"), alertInWords(*task.alertDate(), task.dueDate()));
     }
-    if (task.priority() != 0) fields.add("Priority", priorityInFull(task.priority()));
-    fields.add("List", placeInWords(task));
-    if (const GTask* parent = task.parentTask()) fields.add("Below", nameOr(parent->name(), "untitled"));
-    if (task.hasSubtasks()) fields.add("Subtasks", subTasksInWords(task));
+    if (task.priority() != 0) fields.add(textKey("Priority"), priorityInFull(task.priority()));
+    fields.add(textKey("List"), placeInWords(task));
+    if (const GTask* parent = task.parentTask())
+        fields.add(textKey("Below"), nameOr(parent->name(), textKey("untitled")));
+    if (task.hasSubtasks()) fields.add(textKey("Subtasks"), subTasksInWords(task));
     addRegion(fields, task);
-    if (task.notes()) fields.add("Notes", std::u16string(*task.notes()));
+    if (task.notes()) fields.add(textKey("Notes"), std::u16string(*task.notes()));
     return fields.take();
 }
 

@@ -10,7 +10,7 @@
 namespace corvane {
 
 /// Marks a key that is translated elsewhere, so that it gets into the catalogues.
-constexpr const char* localizationKey(const char* key) { return key; }
+constexpr const char* textKey(const char* key) { return key; }
 
 /// The translation of a key, or the key itself.
 std::u16string localizedString(const char* key);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/ManagedObjectContext.h"
 #include "platform/store/PersistentContainer.h"
 #include "platform/store/SqliteStore.h"
@@ -194,7 +195,7 @@ std::vector<ManagedObject*> ContextState::pending(ObjectSequence EntityState::*s
 SqliteStore* ContextState::store() const { return coordinator.store(); }
 
 std::variant<SqliteStatement, StoreError> ContextState::prepare(std::string_view sql) {
-    if (!store()) return StoreError{StoreError::Kind::kCannotOpen, "no store is loaded"};
+    if (!store()) return StoreError{StoreError::Kind::kCannotOpen, localizedUtf8("no store is loaded")};
     ++statementCount;
     return store()->prepare(sql);
 }

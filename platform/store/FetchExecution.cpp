@@ -4,6 +4,8 @@
 #include <iterator>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 #include "platform/store/PersistentContainer.h"
 #include "platform/store/SqliteStore.h"
 #include "platform/store/UnsavedChanges.h"
@@ -74,8 +76,11 @@ std::variant<std::size_t, StoreError> FetchExecution::count() {
 
 std::optional<StoreError> FetchExecution::translate() {
     entity_ = context_.coordinator.model().entity(request_.entityName);
-    if (!entity_) return StoreError{StoreError::Kind::kInvalid, "there is no entity " + request_.entityName};
-    if (!context_.store()) return StoreError{StoreError::Kind::kCannotOpen, "no store is loaded"};
+    if (!entity_)
+        return StoreError{StoreError::Kind::kInvalid,
+                          localizedUtf8("there is no entity %@", {textFromUtf8(request_.entityName)})};
+    if (!context_.store())
+        return StoreError{StoreError::Kind::kCannotOpen, localizedUtf8("no store is loaded")};
     context_.updateReadVersion();
     FetchRequest translated = request_;
     // The rows of a batch are read later, and what is to be read with them as well.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/PredicateKeywords.h"
 
 namespace corvane {
@@ -16,20 +17,22 @@ bool isKey(std::u16string_view text) {
 
 // Reads one part between dots into the path; gives what is wrong with it, else none.
 std::optional<PredicateError> addPart(KeyPath& path, std::u16string_view part, bool isFirst) {
-    if (path.isCount) return PredicateError{0, "@count is the end of a key path"};
+    if (path.isCount) return PredicateError{0, localizedUtf8("@count is the end of a key path")};
     if (part == kCountOperator && !path.steps.empty()) {
         path.isCount = true;
         return std::nullopt;
     }
     if (part.starts_with(u'@')) {
-        return PredicateError{0,
-                              "expected a key; the only collection operator is @count, after a relationship"};
+        return PredicateError{
+            0, localizedUtf8("expected a key; the only collection operator is @count, after a relationship")};
     }
     if (isFirst && equalsIgnoringAsciiCase(part, u"SELF")) return std::nullopt;
     const bool isEscaped = part.starts_with(u'#');
     if (isEscaped) part.remove_prefix(1);
-    if (!isKey(part)) return PredicateError{isEscaped ? 1u : 0u, "expected a key: letters, digits and _"};
-    if (path.steps.size() == kMaxKeyPathSteps) return PredicateError{0, "the key path has too many steps"};
+    if (!isKey(part))
+        return PredicateError{isEscaped ? 1u : 0u, localizedUtf8("expected a key: letters, digits and _")};
+    if (path.steps.size() == kMaxKeyPathSteps)
+        return PredicateError{0, localizedUtf8("the key path has too many steps")};
     path.steps.push_back({std::string(part.begin(), part.end())});
     return std::nullopt;
 }

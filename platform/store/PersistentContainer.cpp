@@ -3,6 +3,7 @@
 #include <utility>
 #include <variant>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/SqliteStore.h"
 
 namespace corvane {
@@ -13,7 +14,7 @@ PersistentStoreCoordinator::~PersistentStoreCoordinator() = default;
 
 std::optional<StoreError> PersistentStoreCoordinator::addStore(
     const PersistentStoreDescription& description) {
-    if (store_) return StoreError{StoreError::Kind::kInvalid, "a store is loaded already"};
+    if (store_) return StoreError{StoreError::Kind::kInvalid, localizedUtf8("a store is loaded already")};
     auto opened = SqliteStore::open(description, model_);
     if (const auto* error = std::get_if<StoreError>(&opened)) return *error;
     store_ = std::get<std::unique_ptr<SqliteStore>>(std::move(opened));
@@ -30,9 +31,10 @@ PersistentContainer::~PersistentContainer() = default;
 
 void PersistentContainer::loadPersistentStores(
     const std::function<void(const std::optional<StoreError>&)>& completion) {
-    std::optional<StoreError> error = descriptions_.empty()
-                                          ? StoreError{StoreError::Kind::kNoLocation, "no store is described"}
-                                          : coordinator_.addStore(descriptions_.front());
+    std::optional<StoreError> error =
+        descriptions_.empty()
+            ? StoreError{StoreError::Kind::kNoLocation, localizedUtf8("no store is described")}
+            : coordinator_.addStore(descriptions_.front());
     if (completion) completion(error);
 }
 

@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 #include "platform/store/PredicateNode.h"
 #include "platform/store/PredicateParser.h"
@@ -59,7 +60,7 @@ std::variant<Predicate, PredicateError> predicateWithFormat(std::u16string_view 
 const Predicate& fixedPredicate(std::u16string_view format) {
     const Predicate& parsed = parsedFixedText(format);
     if (parsed.root()->hasPlaceholders)
-        stopAtFault(format, {0, "the arguments of its placeholders are missing"});
+        stopAtFault(format, {0, localizedUtf8("the arguments of its placeholders are missing")});
     return parsed;
 }
 

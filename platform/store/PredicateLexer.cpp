@@ -6,6 +6,8 @@
 #include <iterator>
 #include <system_error>
 
+#include "platform/foundation/Localization.h"
+
 namespace corvane {
 
 namespace {
@@ -76,7 +78,7 @@ std::optional<char16_t> fourHexDigits(std::u16string_view text) {
 }
 
 constexpr const char* kEscapeMessage =
-    R"(expected an escape: \n \t \r \" \' \\ or \u and four hexadecimal digits)";
+    textKey("expected an escape: \\n \\t \\r \\\" \\' \\\\ or \\u and four hexadecimal digits");
 
 struct QuotedUnit {
     char16_t unit = 0;
@@ -96,7 +98,7 @@ std::optional<QuotedUnit> quotedUnit(std::u16string_view text) {
 // A number by its whole text: a 64-bit integer, decimal or hexadecimal, or a real.
 struct NumberText {
     std::optional<Value> value;
-    const char* message = "expected a number";
+    const char* message = textKey("expected a number");
 };
 
 NumberText integerFromText(std::string_view digits, bool isNegative, int base) {
@@ -105,7 +107,7 @@ NumberText integerFromText(std::string_view digits, bool isNegative, int base) {
     std::int64_t integer = 0;
     const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), integer, base);
     if (status == std::errc::result_out_of_range)
-        return {std::nullopt, "the integer does not fit in 64 bits"};
+        return {std::nullopt, textKey("the integer does not fit in 64 bits")};
     if (status != std::errc() || end != text.data() + text.size()) return {};
     return {integer};
 }
@@ -115,7 +117,7 @@ NumberText realFromText(std::string_view digits, bool isNegative) {
     const char* const last = digits.data() + digits.size();
     const auto [end, status] = std::from_chars(digits.data(), last, real);
     if (status == std::errc::result_out_of_range)
-        return {std::nullopt, "the number is beyond the range of reals"};
+        return {std::nullopt, textKey("the number is beyond the range of reals")};
     if (status != std::errc() || end != last) return {};
     return {isNegative ? -real : real};
 }
@@ -174,7 +176,7 @@ Token PredicateLexer::quotedText() {
         content.push_back(unit->unit);
         i += unit->length;
     }
-    if (i >= text_.size()) return error(start, "the quoted text does not end");
+    if (i >= text_.size()) return error(start, textKey("the quoted text does not end"));
     Token text = token(Token::Kind::kLiteral, i + 1 - start);
     text.value = std::move(content);
     return text;
@@ -182,7 +184,8 @@ Token PredicateLexer::quotedText() {
 
 Token PredicateLexer::variable() {
     const std::size_t length = runLength(rest().substr(1), isNamePart);
-    if (length == 0 || isDigit(text_[position_ + 1])) return error(position_ + 1, "expected a name after $");
+    if (length == 0 || isDigit(text_[position_ + 1]))
+        return error(position_ + 1, textKey("expected a name after $"));
     Token variable = token(Token::Kind::kVariable, length + 1);
     variable.text.remove_prefix(1);
     return variable;
@@ -200,7 +203,7 @@ Token PredicateLexer::placeholder() {
 Token PredicateLexer::symbol() {
     const auto* const found = std::ranges::find_if(
         kSymbols, [this](std::u16string_view symbol) { return rest().starts_with(symbol); });
-    if (found == std::end(kSymbols)) return error(position_, "unexpected character");
+    if (found == std::end(kSymbols)) return error(position_, textKey("unexpected character"));
     return token(Token::Kind::kSymbol, found->size());
 }
 

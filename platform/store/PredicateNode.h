@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/KeyPath.h"
 #include "platform/store/PredicateOperators.h"
 #include "platform/store/Value.h"
@@ -111,7 +112,7 @@ PredicateNodePointer comparisonNode(Comparison comparison);
 /// False for MATCHES with a constant text that is no regular expression.
 bool hasValidTest(const PredicateNode& node);
 
-inline constexpr const char* kInvalidExpressionMessage = "expected a regular expression";
-inline constexpr const char* kBetweenMessage = "expected two values between { and }";
+inline constexpr const char* kInvalidExpressionMessage = textKey("expected a regular expression");
+inline constexpr const char* kBetweenMessage = textKey("expected two values between { and }");
 
 }  // namespace corvane

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/PredicateLexer.h"
 
 namespace corvane {
@@ -93,7 +94,8 @@ class Parser {
 
     std::variant<PredicateNodePointer, PredicateError> parse() {
         const PredicateNodePointer node = disjunction();
-        if (!error_ && current_.kind != Token::Kind::kEnd) fail("expected AND, OR or the end of the text");
+        if (!error_ && current_.kind != Token::Kind::kEnd)
+            fail(localizedUtf8("expected AND, OR or the end of the text"));
         if (error_) return *error_;
         return node;
     }
@@ -128,7 +130,7 @@ class Parser {
     void advance();
     bool skipSymbol(std::u16string_view symbol);
     bool skipKeyword(Keyword keyword);
-    void expectSymbol(std::u16string_view symbol, const char* message);
+    void expectSymbol(std::u16string_view symbol, const char* key);
     void fail(std::string message) { failAt(current_.position, std::move(message)); }
     void failAt(std::size_t position, std::string message);
 
@@ -159,7 +161,8 @@ PredicateNodePointer Parser::condition() {
 
 PredicateNodePointer Parser::nested(PredicateNodePointer (Parser::*inner)()) {
     if (depth_ == kMaxPredicateDepth) {
-        fail("nested too deeply: at most " + std::to_string(kMaxPredicateDepth) + " levels");
+        fail(localizedUtf8("nested too deeply: at most %d levels",
+                           {static_cast<std::int64_t>(kMaxPredicateDepth)}));
         return nullptr;
     }
     ++depth_;
@@ -175,7 +178,7 @@ PredicateNodePointer Parser::negation() {
 
 PredicateNodePointer Parser::parenthesis() {
     PredicateNodePointer inner = disjunction();
-    expectSymbol(u")", "expected AND, OR or )");
+    expectSymbol(u")", textKey("expected AND, OR or )"));
     return error_ ? nullptr : inner;
 }
 
@@ -187,7 +190,7 @@ PredicateNodePointer Parser::comparison() {
     comparison.left = expression();
     if (comparison.quantifier != Quantifier::kPlain) checkQuantified(comparison.left, leftPosition);
     const std::optional<PredicateOperator> op = operatorOf(current_);
-    if (!op) fail("expected a comparison operator");
+    if (!op) fail(localizedUtf8("expected a comparison operator"));
     if (error_) return nullptr;
     advance();
     comparison.op = *op;
@@ -196,7 +199,7 @@ PredicateNodePointer Parser::comparison() {
     comparison.right = rightSide(*op);
     if (error_) return nullptr;
     PredicateNodePointer node = comparisonNode(std::move(comparison));
-    if (!hasValidTest(*node)) failAt(rightPosition, kInvalidExpressionMessage);
+    if (!hasValidTest(*node)) failAt(rightPosition, localizedUtf8(kInvalidExpressionMessage));
     return node;
 }
 
@@ -209,12 +212,12 @@ TextOptions Parser::options() {
         } else if (letter == u'd' || letter == u'D') {
             options.ignoresDiacritics = true;
         } else {
-            fail("expected [c], [d] or [cd]");
+            fail(localizedUtf8("expected [c], [d] or [cd]"));
         }
     }
-    if (!options.any()) fail("expected [c], [d] or [cd]");
+    if (!options.any()) fail(localizedUtf8("expected [c], [d] or [cd]"));
     advance();
-    expectSymbol(u"]", "expected ]");
+    expectSymbol(u"]", textKey("expected ]"));
     return options;
 }
 
@@ -225,7 +228,7 @@ Expression Parser::rightSide(PredicateOperator op) {
         current_.kind == Token::Kind::kVariable || current_.kind == Token::Kind::kPlaceholder;
     if (takesList && !isFilledLater &&
         (op == PredicateOperator::kBetween || current_.kind != Token::Kind::kWord)) {
-        fail("expected { and values, or a placeholder or variable for a list");
+        fail(localizedUtf8("expected { and values, or a placeholder or variable for a list"));
     }
     return expression();
 }
@@ -246,7 +249,7 @@ Expression Parser::expression() {
         case Token::Kind::kSymbol:
         case Token::Kind::kEnd:
         case Token::Kind::kError:
-            fail("expected a key path or a value");
+            fail(localizedUtf8("expected a key path or a value"));
             return result;
     }
     advance();
@@ -259,7 +262,8 @@ Expression Parser::word() {
     if (word.keyword && *word.keyword != Keyword::kSelf) {
         if (std::optional<Value> constant = constantOf(*word.keyword)) return {ConstantExpression{*constant}};
         failAt(word.position,
-               "expected a key path or a value; a key that is a word of the language has a # before it");
+               localizedUtf8(
+                   "expected a key path or a value; a key that is a word of the language has a # before it"));
         return {};
     }
     if (equalsIgnoringAsciiCase(word.text, u"CAST") && skipSymbol(u"(")) return castNumber();
@@ -275,19 +279,19 @@ Expression Parser::word() {
 Expression Parser::castNumber() {
     const auto* integer = std::get_if<std::int64_t>(&current_.value);
     const auto* real = std::get_if<double>(&current_.value);
-    if (!integer && !real) fail("expected the seconds of a date since 2001");
+    if (!integer && !real) fail(localizedUtf8("expected the seconds of a date since 2001"));
     const double seconds = integer ? static_cast<double>(*integer) : real ? *real : 0;
     advance();
-    expectSymbol(u",", "expected , and \"NSDate\"");
-    if (current_.value != Value(u"NSDate")) fail("expected \"NSDate\"");
+    expectSymbol(u",", textKey("expected , and \"NSDate\""));
+    if (current_.value != Value(u"NSDate")) fail(localizedUtf8("expected \"NSDate\""));
     advance();
-    expectSymbol(u")", "expected )");
+    expectSymbol(u")", textKey("expected )"));
     return {ConstantExpression{Date(TimeInterval(seconds))}};
 }
 
 Expression Parser::placeholder() {
     const std::optional<Conversion> conversion = conversionOf(current_.text);
-    if (!conversion) fail("expected a placeholder: %@, %K, %d, %i, %u, %ld, %lu, %lld or %f");
+    if (!conversion) fail(localizedUtf8("expected a placeholder: %@, %K, %d, %i, %u, %ld, %lu, %lld or %f"));
     if (error_) return {};
     const PlaceholderExpression placeholder{*conversion, placeholders_++, current_.position};
     advance();
@@ -303,8 +307,9 @@ Expression Parser::list(PredicateOperator op) {
             list.elements.push_back(expression());
         } while (!error_ && skipSymbol(u","));
     }
-    expectSymbol(u"}", "expected , or }");
-    if (op == PredicateOperator::kBetween && list.elements.size() != 2) failAt(position, kBetweenMessage);
+    expectSymbol(u"}", textKey("expected , or }"));
+    if (op == PredicateOperator::kBetween && list.elements.size() != 2)
+        failAt(position, localizedUtf8(kBetweenMessage));
     return {std::move(list)};
 }
 
@@ -313,13 +318,13 @@ void Parser::checkQuantified(const Expression& left, std::size_t position) {
     const auto* placeholder = left.get<PlaceholderExpression>();
     if (path && !path->steps.empty()) return;
     if (placeholder && placeholder->conversion == Conversion::kKeyPath) return;
-    failAt(position, "expected a key path through a to-many relationship");
+    failAt(position, localizedUtf8("expected a key path through a to-many relationship"));
 }
 
 void Parser::advance() {
     if (error_) return;
     current_ = lexer_.next();
-    if (current_.kind == Token::Kind::kError) failAt(current_.position, current_.message);
+    if (current_.kind == Token::Kind::kError) failAt(current_.position, localizedUtf8(current_.message));
 }
 
 bool Parser::skipSymbol(std::u16string_view symbol) {
@@ -334,8 +339,8 @@ bool Parser::skipKeyword(Keyword keyword) {
     return true;
 }
 
-void Parser::expectSymbol(std::u16string_view symbol, const char* message) {
-    if (!skipSymbol(symbol)) fail(message);
+void Parser::expectSymbol(std::u16string_view symbol, const char* key) {
+    if (!skipSymbol(symbol)) fail(localizedUtf8(key));
 }
 
 void Parser::failAt(std::size_t position, std::string message) {

@@ -5,6 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+
 namespace corvane {
 
 namespace {
@@ -25,8 +28,11 @@ Expression expressionOf(const PredicateArgument& argument) {
     return {std::move(list)};
 }
 
-std::string ordinalText(const PlaceholderExpression& placeholder) {
-    return "argument " + std::to_string(placeholder.index + 1);
+// A fault of an argument: a sentence with its number, from 1.
+PredicateError argumentFault(const PlaceholderExpression& placeholder, const char* sentence) {
+    return {placeholder.position,
+            utf8FromText(stringWithFormat(localizedString(sentence),
+                                          {static_cast<std::int64_t>(placeholder.index + 1)}))};
 }
 
 FilledExpression keyPathOf(const PlaceholderExpression& placeholder, const Value& value) {
@@ -35,7 +41,7 @@ FilledExpression keyPathOf(const PlaceholderExpression& placeholder, const Value
         std::variant<KeyPath, PredicateError> path = keyPathFromText(*text);
         if (auto* read = std::get_if<KeyPath>(&path)) return Expression{std::move(*read)};
     }
-    return PredicateError{placeholder.position, ordinalText(placeholder) + " is no key path"};
+    return argumentFault(placeholder, textKey("argument %d is no key path"));
 }
 
 FilledExpression integerOf(const PlaceholderExpression& placeholder, const Value& value) {
@@ -43,7 +49,7 @@ FilledExpression integerOf(const PlaceholderExpression& placeholder, const Value
         return Expression{ConstantExpression{std::int64_t{*flag ? 1 : 0}}};
     }
     if (std::holds_alternative<std::int64_t>(value)) return Expression{ConstantExpression{value}};
-    return PredicateError{placeholder.position, ordinalText(placeholder) + " is no integer"};
+    return argumentFault(placeholder, textKey("argument %d is no integer"));
 }
 
 FilledExpression realOf(const PlaceholderExpression& placeholder, const Value& value) {
@@ -51,18 +57,18 @@ FilledExpression realOf(const PlaceholderExpression& placeholder, const Value& v
         return Expression{ConstantExpression{static_cast<double>(*integer)}};
     }
     if (std::holds_alternative<double>(value)) return Expression{constantOf(value)};
-    return PredicateError{placeholder.position, ordinalText(placeholder) + " is no number"};
+    return argumentFault(placeholder, textKey("argument %d is no number"));
 }
 
 FilledExpression filledPlaceholder(const PlaceholderExpression& placeholder,
                                    std::span<const PredicateArgument> arguments) {
     if (placeholder.index >= arguments.size()) {
-        return PredicateError{placeholder.position, ordinalText(placeholder) + " is missing"};
+        return argumentFault(placeholder, textKey("argument %d is missing"));
     }
     const PredicateArgument& argument = arguments[placeholder.index];
     if (placeholder.conversion == Conversion::kObject) return expressionOf(argument);
     const auto* value = std::get_if<Value>(&argument);
-    if (!value) return PredicateError{placeholder.position, ordinalText(placeholder) + " is a list"};
+    if (!value) return argumentFault(placeholder, textKey("argument %d is a list"));
     switch (placeholder.conversion) {
         case Conversion::kKeyPath:
             return keyPathOf(placeholder, *value);
@@ -81,14 +87,14 @@ FilledExpression filledPlaceholder(const PlaceholderExpression& placeholder,
 std::optional<std::string> faultOfRightSide(const Comparison& comparison) {
     const auto* list = comparison.right.get<ListExpression>();
     if (comparison.op == PredicateOperator::kBetween) {
-        if (!list || list->elements.size() != 2) return kBetweenMessage;
+        if (!list || list->elements.size() != 2) return localizedUtf8(kBetweenMessage);
         return std::nullopt;
     }
     if (comparison.op == PredicateOperator::kIn) {
-        if (comparison.right.get<ConstantExpression>()) return "expected a list of values";
+        if (comparison.right.get<ConstantExpression>()) return localizedUtf8("expected a list of values");
         return std::nullopt;
     }
-    if (list) return "expected one value, not a list";
+    if (list) return localizedUtf8("expected one value, not a list");
     return std::nullopt;
 }
 
@@ -166,7 +172,7 @@ class ArgumentSubstitution : public Substitution {
     void check(const Comparison& original, const PredicateNode& node) override {
         const auto* placeholder = original.right.get<PlaceholderExpression>();
         if (!placeholder) return;
-        if (!hasValidTest(node)) fail({placeholder->position, kInvalidExpressionMessage});
+        if (!hasValidTest(node)) fail({placeholder->position, localizedUtf8(kInvalidExpressionMessage)});
         if (std::optional<std::string> fault = faultOfRightSide(*node.get<Comparison>())) {
             fail({placeholder->position, *std::move(fault)});
         }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/NotificationCenter.h"
 #include "platform/store/Deletion.h"
 #include "platform/store/ManagedObjectContext.h"
@@ -34,7 +35,7 @@ SaveExecution::SaveExecution(ContextState& context)
 std::optional<StoreError> SaveExecution::run() {
     if (!context_.hasChanges()) return std::nullopt;
     SqliteStore* store = context_.store();
-    if (!store) return StoreError{StoreError::Kind::kCannotOpen, "no store is loaded"};
+    if (!store) return StoreError{StoreError::Kind::kCannotOpen, localizedUtf8("no store is loaded")};
     const std::size_t statementsBefore = store->statementCount();
     SaveTransaction transaction(*store);
     if (!transaction.failed()) context_.updateReadVersion();

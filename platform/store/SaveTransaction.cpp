@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/SqliteDatabase.h"
 #include "platform/store/SqliteStore.h"
 #include "platform/store/StoreTables.h"
@@ -47,7 +48,7 @@ SaveTransaction::SaveTransaction(SqliteStore& store) : store_(store) {
     if (store.isReadOnly()) {
         fail({StoreError::Kind::kReadOnly, store.readOnlyReason()});
     } else if (store.isReplaced()) {
-        fail({StoreError::Kind::kCannotOpen, "The store's file was replaced or removed."});
+        fail({StoreError::Kind::kCannotOpen, localizedUtf8("The store's file was replaced or removed.")});
     } else {
         begin();
     }
@@ -62,7 +63,7 @@ std::int64_t SaveTransaction::takeKeys(const EntityDescription& entity, std::int
     const std::optional<std::int64_t> last = lastKey(entity);
     if (!raise || !last) return 0;
     if (*last > kLargest - count) {
-        fail({StoreError::Kind::kFailed, "The store has no row number left."});
+        fail({StoreError::Kind::kFailed, localizedUtf8("The store has no row number left.")});
         return 0;
     }
     raise->bindInteger(1, *last + count);
@@ -186,7 +187,8 @@ std::optional<std::int64_t> SaveTransaction::lastKey(const EntityDescription& en
     const Step step = statement->step();
     if (step == Step::kRow) return statement->integer(0);
     const bool isMissing = step == Step::kDone;
-    fail(isMissing ? StoreError{StoreError::Kind::kFailed, "The store does not count the rows of its tables."}
+    fail(isMissing ? StoreError{StoreError::Kind::kFailed,
+                                localizedUtf8("The store does not count the rows of its tables.")}
                    : store_.lastError());
     return std::nullopt;
 }
@@ -243,7 +245,8 @@ void SaveTransaction::addColumn(const EntityDescription& entity, PropertyIndex p
     const PropertyKind kind = entity.property(property).kind;
     const std::string& column = entity.column(property);
     if (column.empty()) {
-        return fail({StoreError::Kind::kInvalid, "A to-many relationship has no value of its own."});
+        return fail(
+            {StoreError::Kind::kInvalid, localizedUtf8("A to-many relationship has no value of its own.")});
     }
     addedColumns_ = true;
     auto alter = prepare("ALTER TABLE " + entity.table() + " ADD COLUMN " + column + " " +

@@ -1,11 +1,13 @@
 #include "platform/store/SqlCondition.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <span>
 #include <utility>
 #include <vector>
 
+#include "platform/store/ImpliedBounds.h"
 #include "platform/store/QueryFunctions.h"
 #include "platform/store/SqlFragment.h"
 #include "platform/store/SqlOperand.h"
@@ -149,11 +151,15 @@ SqlFragment ConditionWriter::quantified(const Comparison& comparison) {
 // begin with that table and go through this one once for each of its rows. It does not look into IS TRUE.
 SqlFragment keptBehindItsJoins(const SqlFragment& condition) { return testedFragment(condition, "IS TRUE"); }
 
-// The conditions that all have to hold.
+// The conditions that all have to hold, and those that follow from them and help to find the rows.
 std::vector<PredicateNodePointer> conjunctsOf(const PredicateNodePointer& node) {
     const auto* compound = node->get<Compound>();
-    if (compound && compound->kind == Compound::Kind::kAnd) return compound->operands;
-    return {node};
+    std::vector<PredicateNodePointer> conjuncts = {node};
+    if (compound && compound->kind == Compound::Kind::kAnd) conjuncts = compound->operands;
+    for (std::size_t i = 0, count = conjuncts.size(); i < count; ++i) {
+        std::ranges::copy(impliedBounds(*conjuncts[i]), std::back_inserter(conjuncts));
+    }
+    return conjuncts;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 #include "platform/store/ManagedObject.h"
 #include "platform/store/PredicateOperators.h"
@@ -59,20 +60,23 @@ std::string describedKind(const PropertyDescription& property) {
 struct BoundConstant {
     Kind kind = Kind::kNumber;
     Value parameter;
-    const char* description = "a number";
+    const char* description = textKey("a number");
 };
 
 BoundConstant boundConstant(const Value& value) {
     if (const auto* date = std::get_if<Date>(&value)) {
-        return {Kind::kNumber, date->time_since_epoch().count(), "a date"};
+        return {Kind::kNumber, date->time_since_epoch().count(), textKey("a date")};
     }
     if (const auto* object = std::get_if<ManagedObject*>(&value)) {
-        return {Kind::kObject, rowNumberOf(**object), "an object"};
+        return {Kind::kObject, rowNumberOf(**object), textKey("an object")};
     }
-    if (std::holds_alternative<std::u16string>(value)) return {Kind::kText, value, "a text"};
-    if (std::holds_alternative<Bytes>(value)) return {Kind::kBytes, value, "bytes"};
+    if (std::holds_alternative<std::u16string>(value)) return {Kind::kText, value, textKey("a text")};
+    if (std::holds_alternative<Bytes>(value)) return {Kind::kBytes, value, textKey("bytes")};
     return {.parameter = value};
 }
+
+// Constants are described by keys; what names a property reads the same in every language.
+std::u16string shown(const SqlOperand& operand) { return localizedString(operand.description.c_str()); }
 
 bool isNilOperand(const SqlOperand& operand) { return operand.kind == Kind::kNil; }
 
@@ -89,8 +93,10 @@ SqlOperand SqlOperands::constant(const Value& value) {
     // YES and NO stand in the text. A partial index that is made for them then serves at once; for parameters
     // SQLite prepares the statement anew each time one is bound.
     if (const auto* flag = std::get_if<bool>(&value)) {
-        return {
-            .kind = Kind::kNumber, .text = *flag ? "1" : "0", .isConstant = true, .description = "a boolean"};
+        return {.kind = Kind::kNumber,
+                .text = *flag ? "1" : "0",
+                .isConstant = true,
+                .description = textKey("a boolean")};
     }
     BoundConstant bound = boundConstant(value);
     query_.parameters.push_back(std::move(bound.parameter));
@@ -129,7 +135,8 @@ SqlOperand SqlOperands::property(const SqlRow& row, const KeyStep& step) {
     }
     const PropertyDescription& property = row.entity->property(*index);
     if (property.kind == PropertyKind::kToMany) {
-        fail(step.key + " is a to-many relationship: ask with ANY, ALL, NONE or @count");
+        fail(localizedUtf8("%@ is a to-many relationship: ask with ANY, ALL, NONE or @count",
+                           {textFromUtf8(step.key)}));
         return {};
     }
     SqlOperand operand{.kind = kindOf(property.kind), .text = columns_.text(row, *index)};
@@ -142,7 +149,9 @@ SqlOperand SqlOperands::count(const SqlRow& row, const KeyStep& step) {
     std::string reason;
     const std::optional<PropertyIndex> index = propertyOfStep(*row.entity, step, reason);
     if (!index || row.entity->property(*index).kind != PropertyKind::kToMany) {
-        fail(index ? step.key + " is no to-many relationship: it has no @count" : reason);
+        fail(index
+                 ? localizedUtf8("%@ is no to-many relationship: it has no @count", {textFromUtf8(step.key)})
+                 : reason);
         return {};
     }
     const SqlRow member = subqueryRow(columns_.model().destinationOf(*row.entity, *index));
@@ -165,7 +174,7 @@ SqlMembers SqlOperands::members(SqlScope& scope, const KeyPath& path) {
         rest = rest.subspan(1);
     }
     if (members.from.empty()) {
-        fail(utf8FromText(textFromKeyPath(path)) + " leads through no to-many relationship");
+        fail(localizedUtf8("%@ leads through no to-many relationship", {textFromKeyPath(path)}));
         return members;
     }
     SqlScope memberScope(columns_, row, row.alias + "_");
@@ -207,15 +216,16 @@ bool SqlOperands::addMemberTable(SqlMembers& members, SqlRow& row, const KeyStep
 void SqlOperands::checkFit(PredicateOperator op, const SqlOperand& left, const SqlOperand& right) {
     for (const SqlOperand* side : {&left, &right}) {
         if (isTextOperator(op) && side->kind != Kind::kText && !isNilOperand(*side)) {
-            return fail(side->description + " is no text for " + utf8FromText(namesOf(op).text));
+            return fail(
+                localizedUtf8("%1$@ is no text for %2$@", {shown(*side), std::u16string(namesOf(op).text)}));
         }
         if (side->kind == Kind::kObject && !isEquality(op)) {
-            return fail(side->description + " is an object: only ==, != and IN work on it");
+            return fail(localizedUtf8("%@ is an object: only ==, != and IN work on it", {shown(*side)}));
         }
     }
     if (isNilOperand(left) || isNilOperand(right)) return;
     if (left.kind != right.kind || left.entity != right.entity) {
-        fail(left.description + " cannot be compared with " + right.description);
+        fail(localizedUtf8("%1$@ cannot be compared with %2$@", {shown(left), shown(right)}));
     }
 }
 

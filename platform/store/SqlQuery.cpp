@@ -4,6 +4,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 #include "platform/store/KeyPath.h"
 #include "platform/store/QueryFunctions.h"
 #include "platform/store/SqlCondition.h"
@@ -21,7 +23,7 @@ std::optional<KeyPath> keyPathOf(const std::string& text, std::string& error) {
     std::variant<KeyPath, PredicateError> path = keyPathFromText(std::u16string(text.begin(), text.end()));
     auto* read = std::get_if<KeyPath>(&path);
     if (read && !read->steps.empty() && !read->isCount) return std::move(*read);
-    error = "\"" + text + "\" is no key path of a property";
+    error = localizedUtf8("\"%@\" is no key path of a property", {textFromUtf8(text)});
     return std::nullopt;
 }
 
@@ -31,7 +33,8 @@ bool addSortKey(const SortDescriptor& key, SqlOperands& operands, SqlScope& scop
     const std::optional<KeyPath> path = keyPathOf(key.keyPath, error);
     if (!path) return false;
     const SqlOperand operand = operands.keyPath(scope, path->steps, path->isCount);
-    if (operand.kind == SqlOperand::Kind::kObject) error = operand.description + " has no order";
+    if (operand.kind == SqlOperand::Kind::kObject)
+        error = localizedUtf8("%@ has no order", {textFromUtf8(operand.description)});
     if (!error.empty()) return false;
     if (operand.text == "NULL") return true;
     orderBy += operand.text;
@@ -54,7 +57,7 @@ std::optional<SqlQuery> sqlQueryForRequest(const FetchRequest& request, const Ma
     error.clear();
     const EntityDescription* entity = model.entity(request.entityName);
     if (!entity) {
-        error = "the model has no entity \"" + request.entityName + "\"";
+        error = localizedUtf8("the model has no entity \"%@\"", {textFromUtf8(request.entityName)});
         return std::nullopt;
     }
     SqlQuery query;
@@ -71,7 +74,7 @@ std::optional<SqlQuery> sqlQueryForRequest(const FetchRequest& request, const Ma
         if (!addPrefetching(keyPath, scope, error)) return std::nullopt;
     }
     if (scope.joinedPaths().size() > kMaxJoinedTables) {
-        error = "the request joins too many tables";
+        error = localizedUtf8("the request joins too many tables");
         return std::nullopt;
     }
     query.joins = scope.joins();

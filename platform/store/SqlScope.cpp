@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+
 namespace corvane {
 
 namespace {
@@ -44,7 +47,8 @@ std::optional<SqlRow> SqlScope::rowAt(std::span<const KeyStep> toOneSteps, std::
         const std::optional<PropertyIndex> index = propertyOfStep(*row.entity, step, error);
         if (!index) return std::nullopt;
         if (row.entity->property(*index).kind != PropertyKind::kToOne) {
-            error = step.key + " of " + std::string(row.entity->name()) + " is no to-one relationship";
+            error = localizedUtf8("%1$@ of %2$@ is no to-one relationship",
+                                  {textFromUtf8(step.key), textFromUtf8(row.entity->name())});
             return std::nullopt;
         }
         keyPath += keyPath.empty() ? step.key : "." + step.key;
@@ -76,7 +80,9 @@ SqlRow SqlScope::joinedRow(const std::string& keyPath, const SqlRow& from, Prope
 std::optional<PropertyIndex> propertyOfStep(const EntityDescription& entity, const KeyStep& step,
                                             std::string& error) {
     const std::optional<PropertyIndex> index = step.indexIn(entity);
-    if (!index) error = std::string(entity.name()) + " has no property \"" + step.key + "\"";
+    if (!index)
+        error = localizedUtf8("%1$@ has no property \"%2$@\"",
+                              {textFromUtf8(entity.name()), textFromUtf8(step.key)});
     return index;
 }
 

@@ -6,6 +6,9 @@
 
 #include <cerrno>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+
 namespace corvane {
 
 namespace {
@@ -83,11 +86,13 @@ StoreError storeErrorOf(sqlite3* connection) {
     const int cause = errno;
     const int code = sqlite3_extended_errcode(connection) & 0xff;
     if (isOutOfSpace(code, cause)) {
-        return {StoreError::Kind::kNoSpace, "There is no space left on the store's disk."};
+        return {StoreError::Kind::kNoSpace, localizedUtf8("There is no space left on the store's disk.")};
     }
     const StoreError::Kind kind = kindOfCode(code);
-    if (kind == StoreError::Kind::kBusy) return {kind, "Another program keeps the store locked."};
-    return {kind, std::string("The store's database reports: ") + sqlite3_errmsg(connection) + "."};
+    if (kind == StoreError::Kind::kBusy)
+        return {kind, localizedUtf8("Another program keeps the store locked.")};
+    return {kind,
+            localizedUtf8("The store's database reports: %@.", {textFromUtf8(sqlite3_errmsg(connection))})};
 }
 
 std::variant<std::unique_ptr<SqliteDatabase>, StoreError> SqliteDatabase::open(
@@ -99,7 +104,7 @@ std::variant<std::unique_ptr<SqliteDatabase>, StoreError> SqliteDatabase::open(
         return std::unique_ptr<SqliteDatabase>(new SqliteDatabase(std::move(connection)));
     } catch (const SQLite::Exception& failure) {
         return StoreError{kindOfCode(failure.getErrorCode()),
-                          std::string("The store cannot be opened: ") + failure.what() + "."};
+                          localizedUtf8("The store cannot be opened: %@.", {textFromUtf8(failure.what())})};
     }
 }
 

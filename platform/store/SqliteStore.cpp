@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
 #include "platform/store/SqliteDatabase.h"
 #include "platform/store/StoreOpening.h"
 
@@ -40,7 +41,7 @@ SqliteStore::~SqliteStore() = default;
 
 const std::string& SqliteStore::readOnlyReason() const {
     static const std::string kHistory =
-        "The store keeps a history of its changes, which only its own application may write.";
+        localizedUtf8("The store keeps a history of its changes, which only its own application may write.");
     return schema_.hasHistory() ? kHistory : placeReason_;
 }
 

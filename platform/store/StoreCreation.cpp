@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 #include "platform/store/SqliteDatabase.h"
 #include "platform/store/StoreMetadata.h"
 #include "platform/store/StoreTables.h"
@@ -21,7 +23,8 @@ StoreError creationError(const std::filesystem::path& file, int cause) {
     const bool isFull = cause == ENOSPC || cause == EDQUOT || cause == EFBIG;
     return {
         isFull ? StoreError::Kind::kNoSpace : StoreError::Kind::kCannotOpen,
-        "The store " + file.string() + " cannot be made: " + std::generic_category().message(cause) + "."};
+        localizedUtf8("The store %1$@ cannot be made: %2$@.",
+                      {textFromUtf8(file.string()), textFromUtf8(std::generic_category().message(cause))})};
 }
 
 // A new file of our own beside the store, removed at the end unless it took the store's name.

@@ -10,6 +10,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 #include "platform/store/PlatformFunctions.h"
 #include "platform/store/SqlQuery.h"
 #include "platform/store/StoreCreation.h"
@@ -23,7 +25,9 @@ using Access = SqliteDatabase::Access;
 using Reading = StoreSchema::Reading;
 
 StoreError cannotOpen(const Path& file, const std::string& reason) {
-    return {StoreError::Kind::kCannotOpen, "The store " + file.string() + " cannot be opened: " + reason};
+    return {StoreError::Kind::kCannotOpen,
+            localizedUtf8("The store %1$@ cannot be opened: %2$@",
+                          {textFromUtf8(file.string()), textFromUtf8(reason)})};
 }
 
 StoreError cannotOpen(const Path& file, int cause) {
@@ -31,7 +35,8 @@ StoreError cannotOpen(const Path& file, int cause) {
 }
 
 StoreError notAStore(const Path& file) {
-    return {StoreError::Kind::kNotAStore, "The file " + file.string() + " is no task store."};
+    return {StoreError::Kind::kNotAStore,
+            localizedUtf8("The file %@ is no task store.", {textFromUtf8(file.string())})};
 }
 
 bool hasContent(const Path& file, const char* suffix) {
@@ -60,7 +65,8 @@ std::optional<StoreError> makeWhereMissing(const PersistentStoreDescription& des
     if (!hasLog(file) && !hasJournal(file)) return createStoreFile(file, model);
     // SQLite would delete a log or journal without its file, and with it the rows in it. Unless another
     // process has made the store and saved to it just now.
-    return isMissing(file) ? std::optional(cannotOpen(file, "Only its log is there.")) : std::nullopt;
+    return isMissing(file) ? std::optional(cannotOpen(file, localizedUtf8("Only its log is there.")))
+                           : std::nullopt;
 }
 
 // SQLite must not see everything: it takes an empty file for a database and waits for ever at a pipe.
@@ -127,8 +133,8 @@ std::variant<Connection, StoreError> connectUnwritten(const PersistentStoreDescr
 }
 
 std::string placeReason(const Path& file, const SqliteDatabase& database) {
-    if (database.isReadOnly()) return "The store's file is read-only.";
-    return allows(file.parent_path(), W_OK) ? "" : "The store's directory is read-only.";
+    if (database.isReadOnly()) return localizedUtf8("The store's file is read-only.");
+    return allows(file.parent_path(), W_OK) ? "" : localizedUtf8("The store's directory is read-only.");
 }
 
 bool isForbidden(const StoreError& error) {
@@ -156,7 +162,8 @@ std::variant<OpenedStore, StoreError> openFile(const PersistentStoreDescription&
     const bool migrates = description.migratesAutomatically && description.infersMappingModel;
     if (!migrates && !schema.isComplete()) {
         return StoreError{StoreError::Kind::kInvalid,
-                          "The store " + file.string() + " is of an older version of the model."};
+                          localizedUtf8("The store %@ is of an older version of the model.",
+                                        {textFromUtf8(file.string())})};
     }
     registerPlatformFunctions(database->handle());
     registerQueryFunctions(database->handle());
@@ -171,7 +178,7 @@ std::variant<OpenedStore, StoreError> openFile(const PersistentStoreDescription&
 std::variant<OpenedStore, StoreError> openStore(PersistentStoreDescription description,
                                                 const ManagedObjectModel& model) {
     if (description.file.empty()) {
-        return StoreError{StoreError::Kind::kNoLocation, "There is no place for a store."};
+        return StoreError{StoreError::Kind::kNoLocation, localizedUtf8("There is no place for a store.")};
     }
     // The working directory may change while the store is open.
     description.file = std::filesystem::absolute(description.file);
