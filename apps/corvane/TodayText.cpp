@@ -8,11 +8,11 @@
 #include <string_view>
 
 #include "apps/corvane/TerminalText.h"
+#include "apps/host/RowsInSight.h"
 #include "apps/host/WritingDirection.h"
 #include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 #include "widget/WidgetImages.h"
-#include "widget/WidgetLayout.h"
 
 namespace corvane {
 namespace {
@@ -90,17 +90,6 @@ class Line {
     std::size_t linkStart_ = 0;
 };
 
-// A compact widget keeps its height, and what lies below is out of sight until it is expanded.
-bool isContentCutOff(const WidgetSnapshot& widget) {
-    return widget.displayMode == DisplayMode::kCompact &&
-           widget.largestAvailableDisplayMode == DisplayMode::kExpanded;
-}
-
-std::size_t rowsInSight(const WidgetSnapshot& widget) {
-    const double rows = (widget.preferredContentSize.height - kTopMargin) / kRowHeight;
-    return std::min(widget.rows.size(), static_cast<std::size_t>(std::max(rows, 0.0)));
-}
-
 class Drawing {
   public:
     Drawing(const TodayLinks& links, const TerminalStyle& style)
@@ -109,8 +98,7 @@ class Drawing {
     void draw(const WidgetSnapshot& widget) {
         if (!widget.noTasksHidden) drawEmpty(widget);
         const bool isCutOff = isContentCutOff(widget);
-        const std::size_t rows = isCutOff ? rowsInSight(widget) : widget.rows.size();
-        for (const WidgetRow& row : std::span(widget.rows).first(rows)) drawRow(row);
+        for (const WidgetRow& row : std::span(widget.rows).first(rowsInSight(widget))) drawRow(row);
         if (isCutOff) return;
         if (widget.footer) drawLine(*widget.footer, &TerminalStyle::faint);
         drawButtons(widget.showAllTitle);

@@ -1,0 +1,83 @@
+#include "apps/host/AlertSchedule.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corvane {
+namespace {
+
+constexpr const char* kFileName = "alerts";
+constexpr const char* kCheckedUntilKey = "checkedUntil";
+constexpr const char* kGivenKey = "given";
+
+constexpr TimeInterval kLongestDelay{24 * 60 * 60};
+constexpr TimeInterval kLookBack{10 * 60};
+
+constexpr const char16_t* kAlertsAfter =
+    u"removed == NO && name != nil && name != '' && list.removed == NO && completed == NO && "
+    u"hasDueDate == YES && alertEnabled == YES && alertDate > %@";
+
+FetchRequest requestInOrder(Predicate predicate) {
+    FetchRequest request;
+    request.predicate = std::move(predicate);
+    request.sortDescriptors = {{"alertDate"}, {"list.displayOrder"}, {"displayOrder"}};
+    request.relationshipKeyPathsForPrefetching = {"list"};
+    return request;
+}
+
+std::string uriOf(const GTask& task) { return task.managedObjectContext()->uriRepresentation(task); }
+
+}  // namespace
+
+std::vector<GTask*> tasksWithAlertsBetween(ManagedObjectContext& context, Date after, Date until) {
+    static const std::u16string text = kAlertsAfter + std::u16string(u" && alertDate <= %@");
+    return context.fetch<GTask>(requestInOrder(fixedPredicate(text, {Value(after), Value(until)})));
+}
+
+std::optional<Date> nextAlert(ManagedObjectContext& context, Date after) {
+    FetchRequest request = requestInOrder(fixedPredicate(kAlertsAfter, {Value(after)}));
+    request.fetchLimit = 1;
+    const std::vector<GTask*> tasks = context.fetch<GTask>(std::move(request));
+    return tasks.empty() ? std::nullopt : tasks.front()->alertDate();
+}
+
+AlertSchedule::AlertSchedule(const std::string& store) : file_(kFileName, store) {
+    const PropertyList state{file_.read()};
+    checkedUntil_ = dateInState(state, kCheckedUntilKey);
+    const PropertyList* given = state.find(kGivenKey);
+    const auto* moments = given ? given->get<PropertyList::Dictionary>() : nullptr;
+    if (!moments) return;
+    for (const auto& [task, moment] : *moments) {
+        if (const auto date = dateOfState(moment)) given_[task] = *date;
+    }
+}
+
+std::vector<GTask*> AlertSchedule::take(ManagedObjectContext& context, Date now) {
+    const Date lookedAt = checkedUntil_ ? std::min(*checkedUntil_, now) - kLookBack : now;
+    checkedUntil_ = now;
+    std::vector<GTask*> tasks = tasksWithAlertsBetween(context, std::max(lookedAt, now - kLongestDelay), now);
+    std::erase_if(tasks, [this](const GTask* task) { return isGiven(*task); });
+    for (const GTask* task : tasks) given_[uriOf(*task)] = task->alertDate().value_or(now);
+    std::erase_if(given_,
+                  [now](const auto& entry) { return entry.second < now - kLongestDelay - kLookBack; });
+    // A run that ends is taken up from what was last written down.
+    if (!tasks.empty() || !savedUntil_ || now < *savedUntil_ || now - *savedUntil_ > kLookBack) save();
+    return tasks;
+}
+
+bool AlertSchedule::isGiven(const GTask& task) const {
+    const auto given = given_.find(uriOf(task));
+    return given != given_.end() && given->second == task.alertDate();
+}
+
+void AlertSchedule::save() {
+    PropertyList::Dictionary given;
+    for (const auto& [task, moment] : given_) given[task] = stateOfDate(moment);
+    const bool isKept = file_.write({
+        {kCheckedUntilKey, stateOfDate(*checkedUntil_)},
+        {kGivenKey,        {std::move(given)}         }
+    });
+    if (isKept) savedUntil_ = checkedUntil_;
+}
+
+}  // namespace corvane
