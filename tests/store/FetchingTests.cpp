@@ -1,9 +1,7 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <variant>
 
-#include "BookModel.h"
 #include "StoreTestFixture.h"
 
 namespace corvane {
@@ -52,54 +50,16 @@ std::vector<Book*> fetched(ManagedObjectContext& context, FetchRequest request) 
     return context.fetch<Book>(std::move(request));
 }
 
-TEST_F(FetchingTest, OrdersLimitsAndCounts) {
-    struct Row {
-        const char* what;
-        const char16_t* predicate;
-        std::vector<SortDescriptor> order;
-        std::size_t limit;
-        std::size_t batchSize;
-        const char* expected;
-    };
-    const Row kRows[] = {
-        {"ties keep store order",   u"shelf.name ENDSWITH '1'",   {{"isRead"}},                                    3, 0, "U1a U1b U1c"},
-        {"a path orders",
-         u"pages > 10",                                           {{"shelf.owner.name", false}, {"pages", false}},
-         0,                                                                                                           0,
-         "V1d V1c V1b V1a V0d"                                                                                                        },
-        {"nil first",               u"title IN {'U0a', 'U0a0'}",  {{"shelf.name"}},                                0, 0, "U0a0 U0a"   },
-        {"identities with a limit", u"pages > 2",                 {{"pages", false}},                              2, 7, "V1d V1c"    },
-        {"nothing",                 u"pages > 99",                {},                                              0, 5, ""           },
-        {"through members",         u"ANY parts.title == 'U0b1'", {},                                              0, 0, "U0b"        },
-    };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        FetchRequest request = booksWhere(row.predicate, row.order);
-        request.fetchLimit = row.limit;
-        request.fetchBatchSize = row.batchSize;
-        BookStore reopened(file_);
-        const std::string expected = row.expected;
-        EXPECT_EQ(titles(reopened.context(), request), expected);
-        const auto count = reopened.context().countForFetch(request);
-        const auto blanks = static_cast<std::size_t>(std::ranges::count(expected, ' '));
-        EXPECT_EQ(std::get<std::size_t>(count), expected.empty() ? 0 : blanks + 1);
-    }
-}
-
 TEST_F(FetchingTest, WhatCannotBeAskedIsAnErrorWithOneLine) {
-    const auto errorOf = [&](const FetchRequest& request) {
-        const auto result = context().executeFetch(request);
-        const auto* error = std::get_if<StoreError>(&result);
-        const auto count = context().countForFetch(request);
-        EXPECT_TRUE(std::holds_alternative<StoreError>(count));
-        return error && !error->message.empty() && error->message.find('\n') == std::string::npos;
-    };
-    FetchRequest request;
-    request.entityName = "Magazine";
-    EXPECT_TRUE(errorOf(request));
-    EXPECT_TRUE(errorOf(booksWhere(u"weight > 3")));
-    EXPECT_TRUE(errorOf(booksWhere(u"pages > 'three'")));
-    EXPECT_TRUE(errorOf(booksWhere(u"", {{"shelf.weight"}})));
+    FetchRequest unknown;
+    unknown.entityName = "Magazine";
+    for (const FetchRequest& request : {unknown, booksWhere(u"weight > 3"), booksWhere(u"pages > 'three'"),
+                                        booksWhere(u"", {{"shelf.weight"}})}) {
+        const std::string answer = titles(context(), request);
+        EXPECT_EQ(answer.substr(0, 7), "error: ");
+        EXPECT_EQ(answer.find('\n'), std::string::npos);
+        EXPECT_TRUE(std::holds_alternative<StoreError>(context().countForFetch(request)));
+    }
 }
 
 TEST_F(FetchingTest, ObjectsAreTheSameAndTakeFreshValues) {
@@ -199,21 +159,6 @@ TEST_F(FetchingTest, RelationshipsOfAWholeResultLoadTogether) {
     EXPECT_EQ(reopened.context().statementCount() - before, 4u);
 }
 
-TEST_F(FetchingTest, PrefetchingBringsTheObjectsOfAPathWithTheRows) {
-    BookStore reopened(file_);
-    executeElsewhere("UPDATE ZBOOK SET ZSHELF = 99 WHERE ZTITLE = 'U0b'");
-    FetchRequest request = booksWhere(u"pages < 3 AND title ENDSWITH 'a' OR title == 'U0b'", {{"title"}});
-    request.relationshipKeyPathsForPrefetching = {"shelf.owner", "whole"};
-    const std::size_t before = reopened.context().statementCount();
-    std::string text;
-    for (const Book* book : fetched(reopened.context(), request)) {
-        text += titles({const_cast<Book*>(book)}) + std::to_string(book->shelf() != nullptr) +
-                std::to_string(book->shelf() && book->shelf()->owner()->rank() == 0) + " ";
-    }
-    EXPECT_EQ(text, "U0a11 U0b00 ");
-    EXPECT_EQ(reopened.context().statementCount() - before, 1u);
-}
-
 TEST_F(FetchingTest, ManyRowsLoadTheirRelationshipsInSlices) {
     Shelf& shelf = books_.shelf(u"U0");
     for (int i = 0; i < 1200; ++i) books_.addBook(u"many", &shelf).setWhole(&books_.addBook(u"whole"));
@@ -247,8 +192,6 @@ TEST_F(FetchingTest, AColumnThatTheFileLacksReadsAsItsDefault) {
     EXPECT_EQ(book.valueForKey("pages"), Value(std::int64_t{0}));
     EXPECT_EQ(book.valueForKey("rating"), Value(0.0));
     EXPECT_EQ(book.shelf()->valueForKey("note"), Value());
-    EXPECT_EQ(titles(reopened.context(), booksWhere(u"pages == 0 AND shelf.name == 'U0'")),
-              "U0a U0b U0c U0d");
     book.setPages(3);
     EXPECT_EQ(titles(reopened.context(), booksWhere(u"pages == 0 AND shelf.name == 'U0'")), "U0b U0c U0d");
     reopened.save();

@@ -42,27 +42,20 @@ TEST(PredicateParser, ReadsTheWholeLanguage) {
     const Row rows[] = {
   // Operators and their other spellings
         {u"priority = 1",                                                                        "priority == 1"                               },
-        {u"a==1&&b!=2||c<>3",                                                                    R"((a == 1 AND b != 2) OR c != 3)"            },
         {u"a<1 and b<=2 And c=<3 AND d>4 aNd e>=5 AND f=>6",
          "a < 1 AND b <= 2 AND c <= 3 AND d > 4 AND e >= 5 AND f >= 6"                                                                         },
-        {u"5 < priority",                                                                        "5 < priority"                                },
         {u"a BETWEEN {1, $B}",                                                                   "a BETWEEN {1, $B}"                           },
-        {u"a between $RANGE",                                                                    "a BETWEEN $RANGE"                            },
         {u"a IN {}",                                                                             "a IN {}"                                     },
         {u"a in {1, 'x', nil, b.c}",                                                             R"(a IN {1, "x", nil, b.c})"                  },
-        {u"$TASK IN parentTask.subTasks",                                                        "$TASK IN parentTask.subTasks"                },
         {u"name BEGINSWITH[c] 'a' OR name endswith[D] 'b' OR name Contains [dC] 'c'",
          R"(name BEGINSWITH[c] "a" OR name ENDSWITH[d] "b" OR name CONTAINS[cd] "c")"                                                          },
         {u"name LIKE '*a?' OR name MATCHES '[a-z]+'",                                            R"(name LIKE "*a?" OR name MATCHES "[a-z]+")" },
-        {u"name ==[cd] $NAME",                                                                   "name ==[cd] $NAME"                           },
  // Logic
         {u"NOT a == 1 AND b == 2",                                                               "NOT (a == 1) AND b == 2"                     },
         {u"!(a == 1 OR b == 2)",                                                                 "NOT (a == 1 OR b == 2)"                      },
-        {u"!!a == 1",                                                                            "a == 1"                                      },
         {u"a == 1 AND (b == 2 AND (c == 3 AND d == 4))",                                         "a == 1 AND b == 2 AND c == 3 AND d == 4"     },
         {u"(((TRUEPREDICATE))) or falsepredicate",                                               "TRUEPREDICATE OR FALSEPREDICATE"             },
  // To-many
-        {u"ANY subTasks.completed == YES",                                                       "ANY subTasks.completed == YES"               },
         {u"some subTasks.name in {'a'} AND all subTasks.priority > 1 AND NONE subTasks == SELF",
          R"(ANY subTasks.name IN {"a"} AND ALL subTasks.priority > 1 AND NONE subTasks == SELF)"                                               },
         {u"subTasks.@count > 3",                                                                 "subTasks.@count > 3"                         },
@@ -72,10 +65,8 @@ TEST(PredicateParser, ReadsTheWholeLanguage) {
         {u"a IN {-1, +2, 0x1F, -0xff, -9223372036854775808}",                                    "a IN {-1, 2, 31, -255, -9223372036854775808}"},
         {u"a IN {1.0, .5, -2.25e-3, 1E3, 5.}",                                                   "a IN {1.0, 0.5, -0.00225, 1000.0, 5.0}"      },
         {u"a == CAST(733327200, \"NSDate\")",                                                    "a == CAST(733327200.0, \"NSDate\")"          },
-        {u"a == CAST(-0.5, 'NSDate')",                                                           "a == CAST(-0.5, \"NSDate\")"                 },
         {u"a == 'it\\'s \"\\n\\t\\r\\\\ \\u00e9'",                                               R"(a == "it's \"\n\t\r\\ é")"                },
         {u"a == \"\\uD83D\\uDE00\\uD83D \\u0007\"",                                              "a == \"\U0001F600\\uD83D \\u0007\""          },
-        {u"a == ' % $X %@ {'",                                                                   R"(a == " % $X %@ {")"                        },
  // Keys
         {u"SELF == $X AND self.list.name == 'a'",                                                R"(SELF == $X AND list.name == "a")"          },
         {u"#in == 1 AND x.#and == 2 AND #a == 3",                                                "#in == 1 AND x.#and == 2 AND a == 3"         },
@@ -89,20 +80,6 @@ TEST(PredicateParser, ReadsTheWholeLanguage) {
             EXPECT_EQ(std::get<Predicate>(predicateWithFormat(predicate->predicateFormat())), *predicate);
         }
     }
-}
-
-TEST(PredicateParser, ReadsTheProgramsOwnTexts) {
-    EXPECT_EQ(
-        parsed(u"removed == NO && name != nil && name != '' && list.removed == NO && list.isIsolated == NO "
-               u"&& parentTask = nil && (list.user.accountType == 5000 || list.user == $USER) "
-               u"&& hasDueDate == YES && ((hasDueTime == YES && dueDate < $NOW) || "
-               u"(hasDueTime == NO && dueDate < $TODAY))"),
-        "removed == NO AND name != nil AND name != \"\" AND list.removed == NO AND list.isIsolated == NO AND "
-        "parentTask == nil AND (list.user.accountType == 5000 OR list.user == $USER) AND hasDueDate == YES "
-        "AND "
-        "((hasDueTime == YES AND dueDate < $NOW) OR (hasDueTime == NO AND dueDate < $TODAY))");
-    EXPECT_EQ(parsed(u"accountType != %ld && isDefault == YES", {Value(std::int64_t{5000})}),
-              "accountType != 5000 AND isDefault == YES");
 }
 
 TEST(PredicateParser, PutsArgumentsInTheirPlaces) {
@@ -129,46 +106,29 @@ TEST(PredicateParser, TellsWhereAndWhatIsWrong) {
     };
     const Row rows[] = {
         {u"",                         "0: expected a key path or a value"                                              },
-        {u"   ",                      "3: expected a key path or a value"                                              },
         {u"removed",                  "7: expected a comparison operator"                                              },
-        {u"a ==",                     "4: expected a key path or a value"                                              },
         {u"a == 1 b == 2",            "7: expected AND, OR or the end of the text"                                     },
-        {u"a == 1)",                  "6: expected AND, OR or the end of the text"                                     },
         {u"(a == 1",                  "7: expected AND, OR or )"                                                       },
-        {u"a == 1 AND",               "10: expected a key path or a value"                                             },
         {u"a == and",
          "5: expected a key path or a value; a key that is a word of the language has a # before it"                   },
         {u"a @ 1",                    "2: expected a comparison operator"                                              },
-        {u"a ~ 1",                    "2: unexpected character"                                                        },
-        {u"a == 'x",                  "5: the quoted text does not end"                                                },
         {u"a == 'x\\'",               "5: the quoted text does not end"                                                },
-        {u"a == 'x\\d'",              R"(7: expected an escape: \n \t \r \" \' \\ or \u and four hexadecimal digits)"  },
         {u"a == 'x\\u12G4'",          R"(7: expected an escape: \n \t \r \" \' \\ or \u and four hexadecimal digits)"  },
         {u"a == 12ab",                "5: expected a number"                                                           },
-        {u"a == 1.2.3",               "5: expected a number"                                                           },
-        {u"a == 0x",                  "5: expected a number"                                                           },
         {u"a == 9223372036854775808", "5: the integer does not fit in 64 bits"                                         },
         {u"a == 1e999",               "5: the number is beyond the range of reals"                                     },
         {u"a..b == 1",                "2: expected a key: letters, digits and _"                                       },
-        {u"a.# == 1",                 "3: expected a key: letters, digits and _"                                       },
         {u"@count == 1",              "0: expected a key; the only collection operator is @count, after a relationship"},
-        {u"a.@sum == 1",              "2: expected a key; the only collection operator is @count, after a relationship"},
         {u"a.@count.b == 1",          "9: @count is the end of a key path"                                             },
-        {u"a == $",                   "6: expected a name after $"                                                     },
         {u"a == $1",                  "6: expected a name after $"                                                     },
         {u"a == %",                   "5: expected a placeholder: %@, %K, %d, %i, %u, %ld, %lu, %lld or %f"            },
-        {u"a == %%",                  "5: expected a placeholder: %@, %K, %d, %i, %u, %ld, %lu, %lld or %f"            },
         {u"a == %@",                  "5: argument 1 is missing"                                                       },
         {u"a IN 5",                   "5: expected { and values, or a placeholder or variable for a list"              },
-        {u"a IN {1, }",               "9: expected a key path or a value"                                              },
         {u"a IN {1",                  "7: expected , or }"                                                             },
         {u"a BETWEEN {1}",            "10: expected two values between { and }"                                        },
-        {u"a BETWEEN b",              "10: expected { and values, or a placeholder or variable for a list"             },
         {u"a CONTAINS[x] 'b'",        "11: expected [c], [d] or [cd]"                                                  },
-        {u"a CONTAINS[c 'b'",         "13: expected ]"                                                                 },
         {u"a MATCHES '['",            "10: expected a regular expression"                                              },
         {u"ANY 5 == 5",               "4: expected a key path through a to-many relationship"                          },
-        {u"a == CAST(x, 'NSDate')",   "10: expected the seconds of a date since 2001"                                  },
         {u"a == CAST(1, 'Date')",     "13: expected \"NSDate\""                                                        },
     };
     for (const Row& row : rows) {
@@ -179,13 +139,11 @@ TEST(PredicateParser, TellsWhereAndWhatIsWrong) {
 
 TEST(PredicateParser, RefusesArgumentsThatDoNotFit) {
     EXPECT_EQ(parsed(u"a == %d", {Value(1.5)}), "5: argument 1 is no integer");
-    EXPECT_EQ(parsed(u"a == %f", {Value(u"1")}), "5: argument 1 is no number");
     EXPECT_EQ(parsed(u"a == 1 AND %K == 1", {Value(u"b c")}), "11: argument 1 is no key path");
     EXPECT_EQ(parsed(u"a == %@", {std::vector<Value>{}}), "5: expected one value, not a list");
     EXPECT_EQ(parsed(u"a IN %@", {Value(true)}), "5: expected a list of values");
     EXPECT_EQ(parsed(u"a BETWEEN %@", {std::vector<Value>{Value(true)}}),
               "10: expected two values between { and }");
-    EXPECT_EQ(parsed(u"a MATCHES %@", {Value(u"(")}), "10: expected a regular expression");
 }
 
 TEST(PredicateParser, BoundsNestingButNotLength) {
@@ -193,7 +151,6 @@ TEST(PredicateParser, BoundsNestingButNotLength) {
     EXPECT_EQ(parsed(repeated(u"(", kMany) + u"a == 1" + repeated(u")", kMany)),
               "501: nested too deeply: at most 500 levels");
     EXPECT_EQ(parsed(repeated(u"NOT ", kMany) + u"a == 1"), "2004: nested too deeply: at most 500 levels");
-    EXPECT_EQ(parsed(repeated(u"!(", kMany)), "501: nested too deeply: at most 500 levels");
     EXPECT_EQ(parsed(repeated(u"(", 500) + u"a == 1" + repeated(u")", 500)), "a == 1");
     EXPECT_EQ(parsed(repeated(u"a.", 32) + u"b == 1"), "64: the key path has too many steps");
     const std::string chain = parsed(repeated(u"a == 1 AND ", kMany) + u"b == 2");
@@ -203,16 +160,12 @@ TEST(PredicateParser, BoundsNestingButNotLength) {
 // Random texts: pieces of the language in any order, and the program's own texts with changed units.
 std::u16string randomText(std::mt19937& engine) {
     constexpr const char16_t* kPieces[] = {
-        u"removed",  u"list.name", u"==",       u"!=",      u"<",
-        u"&&",       u"||",        u"AND",      u"OR",      u"NOT",
-        u"!",        u"(",         u")",        u"{",       u"}",
-        u",",        u"[",         u"]",        u"[cd]",    u"IN",
-        u"ANY",      u"BETWEEN",   u"CONTAINS", u"MATCHES", u"LIKE",
-        u"nil",      u"YES",       u"1",        u"-",       u"0x",
-        u"1e",       u"'a'",       u"'",        u"\"",      u"\\",
-        u"$X",       u"$",         u"%@",       u"%K",      u"%",
-        u"SELF",     u"@count",    u".",        u"#",       u"CAST(",
-        u"'NSDate'", u" ",         u"\n",       u"\xD800",  u"TRUEPREDICATE"};
+        u"removed", u"list.name", u"==",      u"<",        u"&&",      u"OR",     u"NOT",
+        u"!",       u"(",         u")",       u"{",        u"}",       u",",      u"[cd]",
+        u"IN",      u"ANY",       u"BETWEEN", u"CONTAINS", u"MATCHES", u"nil",    u"YES",
+        u"1",       u"-",         u"0x",      u"1e",       u"'a'",     u"'",      u"\\",
+        u"$X",      u"$",         u"%@",      u"%K",       u"%",       u"SELF",   u"@count",
+        u".",       u"#",         u"CAST(",   u"'NSDate'", u" ",       u"\xD800", u"TRUEPREDICATE"};
     const auto below = [&](std::size_t count) {
         return std::uniform_int_distribution<std::size_t>(0, count - 1)(engine);
     };
@@ -265,8 +218,6 @@ TEST(Predicate, FillsVariablesInAndLeavesTheOthers) {
     });
     EXPECT_EQ(utf8FromText(filled.predicateFormat()),
               "a == nil AND (b IN {1, 2.5} OR c BETWEEN {1.0, 2.0}) AND NOT (d == $D)");
-    EXPECT_EQ(utf8FromText(predicate.predicateFormat()),
-              "a == $A AND (b IN {1, $B} OR c BETWEEN $C) AND NOT (d == $D)");
 }
 
 TEST(Predicate, JoinsPredicates) {
@@ -280,7 +231,6 @@ TEST(Predicate, JoinsPredicates) {
 TEST(PredicateDeathTest, StopsAtAFixedTextThatDoesNotParse) {
     EXPECT_DEATH(fixedPredicate(u"a == "), "position 5: expected a key path or a value");
     EXPECT_DEATH(fixedPredicate(u"a == %@"), "arguments of its placeholders are missing");
-    EXPECT_DEATH(fixedPredicate(u"a == %d", {Value(u"x")}), "argument 1 is no integer");
 }
 
 }  // namespace

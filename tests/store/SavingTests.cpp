@@ -1,9 +1,5 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <random>
-
-#include "BookModel.h"
 #include "StoreTestFixture.h"
 #include "support/OtherProcess.h"
 
@@ -152,44 +148,6 @@ TEST_F(SavingTest, AFailedSaveKeepsEverythingForTheNextOne) {
     executeElsewhere("DROP TRIGGER guard");
     books_.save();
     EXPECT_EQ(bookRows(), "A|2|4|0|1|NULL\nB|1|0|0|1|NULL\nD|1|0|0|1|NULL");
-}
-
-TEST_F(SavingTest, ALockThatIsHeldTooLongIsAnErrorAndNoLoss) {
-    Book& book = books_.book(u"A");
-    book.setPages(4);
-    PlainDatabase other(file_);
-    other.execute("BEGIN IMMEDIATE");
-    const auto error = context().save();
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->kind, StoreError::Kind::kBusy);
-    EXPECT_TRUE(book.isUpdated());
-    other.execute("UPDATE ZBOOK SET ZCOPIES = 3, Z_OPT = 2 WHERE ZTITLE = 'A'; COMMIT");
-    books_.save();
-    EXPECT_EQ(bookRows().substr(0, bookRows().find('\n')), "A|3|4|3|1|NULL");
-}
-
-TEST_F(SavingTest, AProcessThatDiesWhileSavingLeavesWholeSaves) {
-    for (int round = 0; round < 5; ++round) {
-        OtherProcess writer([&](const OtherProcess::Progress& tell) {
-            BookStore other(file_);
-            for (std::int16_t i = 1;; ++i) {
-                other.book(u"A").setPages(i);
-                other.book(u"B").setPages(i);
-                other.addBook(u"X").setPages(i);
-                other.save();
-                tell();
-            }
-        });
-        writer.waitForProgress(3 + round);
-    }
-    EXPECT_EQ(rows("SELECT (SELECT ZPAGES FROM ZBOOK WHERE ZTITLE = 'A') = "
-                   "(SELECT ZPAGES FROM ZBOOK WHERE ZTITLE = 'B'), "
-                   "(SELECT max(Z_PK) FROM ZBOOK) = (SELECT Z_MAX FROM Z_PRIMARYKEY WHERE Z_NAME = 'Book'), "
-                   "(SELECT count(*) FROM ZBOOK WHERE ZTITLE = 'X') >= 15"),
-              "1|1|1");
-    books_.book(u"A").setPages(100);
-    books_.save();
-    EXPECT_EQ(books_.book(u"A").pages(), 100);
 }
 
 TEST_F(SavingTest, AForeignKeyThatGotItsNumberTooEarlyDoesNotTakeAnObjectsPlace) {
