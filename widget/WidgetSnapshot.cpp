@@ -50,6 +50,18 @@ std::vector<WidgetRow> rowsOf(const TodayViewController& controller) {
 
 }  // namespace
 
+WidgetRow widgetRow(const GTask& task) {
+    const FixedAdvanceMeasuring measuring;
+    TaskTableViewCell cell(measuring);
+    cell.awakeFromNib();
+    cell.setTask(task);
+    WidgetRow row = rowOfCell(cell);
+    if (const ManagedObjectContext* context = task.managedObjectContext()) {
+        row.taskid = context->uriRepresentation(task);
+    }
+    return row;
+}
+
 WidgetSnapshot widgetSnapshot(const TodayViewController& controller) {
     WidgetSnapshot snapshot;
     snapshot.displayMode = controller.extensionContext().widgetActiveDisplayMode();

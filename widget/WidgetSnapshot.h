@@ -13,6 +13,7 @@
 
 namespace corvane {
 
+class GTask;
 class TodayViewController;
 
 /// A row as its cell shows it; none for what is hidden.
@@ -47,6 +48,9 @@ struct WidgetSnapshot {
 
     bool operator==(const WidgetSnapshot&) const = default;
 };
+
+/// A task's row as its cell shows it, as of now; its list of any kind, done or not. Without a URL.
+WidgetRow widgetRow(const GTask& task);
 
 /// Reads the controller, which has been refreshed. Loads the shown rows, in one statement, and no others.
 WidgetSnapshot widgetSnapshot(const TodayViewController& controller);

@@ -59,21 +59,26 @@ std::u16string priorityWord(std::int32_t priority) {
 }
 
 std::u16string dueInWords(const GTask& task) {
-    constexpr bool kIncludeTime = true;
     const std::optional<Date> due = task.dueDate();
-    if (!due) return {};
-    const std::u16string relative = stringOfDaysLeftSinceDate(*due, now(), task.hasDueTime() && kIncludeTime);
-    const std::int32_t days = daysLeftSinceDate(*due, now());
+    return due ? dueInWords(*due, task.hasDueTime()) : std::u16string();
+}
+
+std::u16string dueInWords(Date due, bool hasTime) {
+    const std::u16string relative = stringOfDaysLeftSinceDate(due, now(), hasTime);
+    const std::int32_t days = daysLeftSinceDate(due, now());
     if (days >= 0 && days <= 1) return relative;
-    const std::u16string date = task.hasDueTime() ? stringOfDateTime(*due) : stringOfDate(*due);
+    const std::u16string date = hasTime ? stringOfDateTime(due) : stringOfDate(due);
     return stringWithFormat(localizedString("%1$@ (%2$@)"), {date, relative});
 }
 
 std::u16string placeInWords(const GTask& task) {
     const GList* list = task.list();
-    if (!list) return localizedString("no list");
-    const std::u16string name = nameOr(list->name(), textKey("a list without a name"));
-    const GUser* account = list->user();
+    return list ? placeInWords(*list) : localizedString("no list");
+}
+
+std::u16string placeInWords(const GList& list) {
+    const std::u16string name = nameOr(list.name(), textKey("a list without a name"));
+    const GUser* account = list.user();
     if (!account) return name;
     return stringWithFormat(localizedString("%1$@ (%2$@)"),
                             {name, nameOr(account->name(), textKey("an account without a name"))});

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "model/GList.h"
 #include "model/GTask.h"
 
 namespace corvane {
@@ -17,6 +18,11 @@ std::u16string priorityWord(std::int32_t priority);
 /// due date.
 std::u16string dueInWords(const GTask& task);
 
+/// The same for a date; without a time of day where there is none.
+std::u16string dueInWords(Date due, bool hasTime);
+
+/// The place of a list, as below.
+std::u16string placeInWords(const GList& list);
 /// "Home (anna@example.com)"; a list or account without a name is told as one.
 std::u16string placeInWords(const GTask& task);
 
