@@ -13,6 +13,7 @@ namespace {
 
 Date utc(std::u16string_view text) { return dateFromRfc3339(text).value(); }
 
+// The calendar's own tests know more zones.
 TEST(Midnight, IsTheFirstInstantOfTheLocalDay) {
     struct Row {
         const char* what;
@@ -21,24 +22,12 @@ TEST(Midnight, IsTheFirstInstantOfTheLocalDay) {
         const char16_t* expected;
     };
     constexpr Row kRows[] = {
-        {"last millisecond of a day",           "Europe/Berlin",     u"2024-03-05T22:59:59.999Z",
-         u"2024-03-04T23:00:00.000Z"                                                                                         },
-        {"midnight itself",                     "Europe/Berlin",     u"2024-03-05T23:00:00.000Z", u"2024-03-05T23:00:00.000Z"},
-        {"quarter-hour zone",                   "Asia/Kathmandu",    u"2024-03-04T18:14:59.000Z", u"2024-03-03T18:15:00.000Z"},
-        {"before the reference date",           "Asia/Tokyo",        u"1969-12-31T16:30:00.500Z", u"1969-12-31T15:00:00.000Z"},
-        {"midnight skipped",                    "America/Sao_Paulo", u"2018-11-04T15:00:00.000Z", u"2018-11-04T03:00:00.000Z"},
-        {"midnight skipped",                    "Asia/Beirut",       u"2024-03-31T09:00:00.000Z", u"2024-03-30T22:00:00.000Z"},
-        {"midnight skipped",                    "Atlantic/Azores",   u"2024-03-31T12:00:00.000Z", u"2024-03-31T01:00:00.000Z"},
-        {"23:30 to 00:30 skipped",              "America/Toronto",   u"1919-03-31T15:00:00.000Z",
-         u"1919-03-31T04:30:00.000Z"                                                                                         },
-        {"midnight twice, after the second",    "Atlantic/Azores",   u"2024-10-27T01:30:00.000Z",
-         u"2024-10-27T00:00:00.000Z"                                                                                         },
-        {"last hour twice, its second pass",    "America/Sao_Paulo", u"2018-02-18T02:30:00.000Z",
-         u"2018-02-17T02:00:00.000Z"                                                                                         },
-        {"back to the evening before at 00:01", "America/St_Johns",  u"2010-11-07T12:00:00.000Z",
-         u"2010-11-07T02:30:00.000Z"                                                                                         },
-        {"day after the one left out",          "Pacific/Apia",      u"2011-12-30T22:00:00.000Z",
-         u"2011-12-30T10:00:00.000Z"                                                                                         },
+        {"a day's end",      "Europe/Berlin",     u"2024-03-05T22:59:59.999Z", u"2024-03-04T23:00:00.000Z"},
+        {"midnight",         "Europe/Berlin",     u"2024-03-05T23:00:00.000Z", u"2024-03-05T23:00:00.000Z"},
+        {"before 2001",      "Asia/Tokyo",        u"1969-12-31T16:30:00.500Z", u"1969-12-31T15:00:00.000Z"},
+        {"skipped",          "America/Sao_Paulo", u"2018-11-04T15:00:00.000Z", u"2018-11-04T03:00:00.000Z"},
+        {"after the second", "Atlantic/Azores",   u"2024-10-27T01:30:00.000Z", u"2024-10-27T00:00:00.000Z"},
+        {"last hour twice",  "America/Sao_Paulo", u"2018-02-18T02:30:00.000Z", u"2018-02-17T02:00:00.000Z"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(std::string(row.what) + ", " + row.zone);
@@ -55,19 +44,13 @@ TEST(TodayMidnight, StartsTheDaySoManyDaysOn) {
         const char16_t* expected;
     };
     constexpr Row kRows[] = {
-        {"Europe/Berlin",     "2024-03-30 12:00", 0,  u"2024-03-29T23:00:00.000Z"},
-        {"Europe/Berlin",     "2024-03-30 12:00", 1,  u"2024-03-30T23:00:00.000Z"},
         {"Europe/Berlin",     "2024-03-30 12:00", 2,  u"2024-03-31T22:00:00.000Z"},
-        {"Europe/Berlin",     "2024-03-30 12:00", 8,  u"2024-04-06T22:00:00.000Z"},
         {"Europe/Berlin",     "2024-03-01 12:00", -1, u"2024-02-28T23:00:00.000Z"},
         {"America/Sao_Paulo", "2018-11-03 12:00", 1,  u"2018-11-04T03:00:00.000Z"},
-        {"America/Sao_Paulo", "2018-11-04 12:00", 0,  u"2018-11-04T03:00:00.000Z"},
         {"America/Sao_Paulo", "2018-11-04 12:00", 1,  u"2018-11-05T02:00:00.000Z"},
-        {"America/Sao_Paulo", "2018-11-04 12:00", -1, u"2018-11-03T03:00:00.000Z"},
         {"Atlantic/Azores",   "2024-10-28 12:00", -1, u"2024-10-27T00:00:00.000Z"},
         {"Pacific/Apia",      "2011-12-29 12:00", 1,  u"2011-12-30T10:00:00.000Z"},
         {"Pacific/Apia",      "2011-12-29 12:00", 2,  u"2011-12-30T10:00:00.000Z"},
-        {"Pacific/Apia",      "2011-12-29 12:00", 3,  u"2011-12-31T10:00:00.000Z"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(std::string(row.zone) + " " + row.now + " offset " + std::to_string(row.offset));
@@ -94,25 +77,11 @@ TEST(AddingDays, KeepsTheWallClockTime) {
         const char16_t* expected;
     };
     constexpr Row kRows[] = {
-        {"into summer time",                 "Europe/Berlin",       u"2024-03-30T08:00:00.250Z", 1,    u"2024-03-31T07:00:00.250Z"},
-        {"back out of summer time",          "Europe/Berlin",       u"2024-03-31T07:00:00.000Z", -1,
-         u"2024-03-30T08:00:00.000Z"                                                                                              },
-        {"into winter time",                 "Europe/Berlin",       u"2024-10-26T07:00:00.000Z", 1,    u"2024-10-27T08:00:00.000Z"},
-        {"02:30 is skipped",                 "Europe/Berlin",       u"2024-03-30T01:30:00.000Z", 1,    u"2024-03-31T01:30:00.000Z"},
-        {"02:30 comes twice",                "Europe/Berlin",       u"2024-10-26T00:30:00.000Z", 1,    u"2024-10-27T00:30:00.000Z"},
-        {"from the second 02:30",            "Europe/Berlin",       u"2024-10-27T01:30:00.000Z", 1,
-         u"2024-10-28T01:30:00.000Z"                                                                                              },
-        {"no days from the second 02:30",    "Europe/Berlin",       u"2024-10-27T01:30:00.000Z", 0,
-         u"2024-10-27T01:30:00.000Z"                                                                                              },
-        {"02:15 is skipped by half an hour", "Australia/Lord_Howe", u"2024-10-04T15:45:00.000Z", 1,
-         u"2024-10-05T15:45:00.000Z"                                                                                              },
-        {"00:00 is skipped",                 "America/Sao_Paulo",   u"2018-11-03T03:00:00.000Z", 1,
-         u"2018-11-04T03:00:00.000Z"                                                                                              },
-        {"leap day",                         "UTC",                 u"2024-02-28T12:00:00.000Z", 1,    u"2024-02-29T12:00:00.000Z"},
-        {"no leap day in 2100",              "UTC",                 u"2100-02-28T12:00:00.000Z", 1,    u"2100-03-01T12:00:00.000Z"},
-        {"a year back over new year",        "UTC",                 u"2024-01-01T00:00:00.000Z", -366, u"2022-12-31T00:00:00.000Z"},
-        {"over the day left out",            "Pacific/Apia",        u"2011-12-29T19:00:00.000Z", 2,
-         u"2011-12-30T19:00:00.000Z"                                                                                              },
+        {"into summer time", "Europe/Berlin", u"2024-03-30T08:00:00.250Z", 1,    u"2024-03-31T07:00:00.250Z"},
+        {"and back",         "Europe/Berlin", u"2024-03-31T07:00:00.000Z", -1,   u"2024-03-30T08:00:00.000Z"},
+        {"second 02:30",     "Europe/Berlin", u"2024-10-27T01:30:00.000Z", 1,    u"2024-10-28T01:30:00.000Z"},
+        {"no days",          "Europe/Berlin", u"2024-10-27T01:30:00.000Z", 0,    u"2024-10-27T01:30:00.000Z"},
+        {"a year back",      "UTC",           u"2024-01-01T00:00:00.000Z", -366, u"2022-12-31T00:00:00.000Z"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.what);
@@ -129,13 +98,11 @@ TEST(AddingDays, BuildsATimeOfDay) {
         const char* expected;
     };
     constexpr Row kRows[] = {
-        {"2024-03-05 23:59:59.999", 0,  9,  30, "2024-03-05 09:30"},
-        {"2024-03-05 00:00:30.250", 0,  0,  0,  "2024-03-05"      },
-        {"2024-02-28 18:00",        2,  7,  5,  "2024-03-01 07:05"},
-        {"2024-03-01 18:00",        -1, 23, 59, "2024-02-29 23:59"},
-        {"2024-03-30 18:00",        1,  2,  30, "2024-03-31 03:30"},
-        {"2024-03-05 18:00",        0,  24, 0,  "2024-03-06"      },
-        {"2024-03-05 18:00",        0,  -1, 90, "2024-03-05 00:30"},
+        {"2024-03-05 23:59:59.999", 0, 9,  30, "2024-03-05 09:30"},
+        {"2024-02-28 18:00",        2, 7,  5,  "2024-03-01 07:05"},
+        {"2024-03-30 18:00",        1, 2,  30, "2024-03-31 03:30"},
+        {"2024-03-05 18:00",        0, 24, 0,  "2024-03-06"      },
+        {"2024-03-05 18:00",        0, -1, 90, "2024-03-05 00:30"},
     };
     const TestEnvironment environment({.timeZone = "Europe/Berlin"});
     for (const Row& row : kRows) {

@@ -16,11 +16,8 @@ TEST(DateTexts, FollowTheLocale) {
         const char16_t* otherYear;
     };
     constexpr Row kRows[] = {
-        {"en_US", u"2:07\u202fPM", u"Tue, Mar 5",    u"Sat, Mar 5, 2022"    },
-        {"en_GB", u"14:07",        u"Tue, 5 Mar",    u"Sat, 5 Mar 2022"     },
-        {"de_DE", u"14:07",        u"Di., 5. März", u"Sa., 5. März 2022"  },
-        {"fr_FR", u"14:07",        u"mar. 5 mars",   u"sam. 5 mars 2022"    },
-        {"ja_JP", u"14:07",        u"3月5日(火)", u"2022年3月5日(土)"},
+        {"en_US", u"2:07\u202fPM", u"Tue, Mar 5",    u"Sat, Mar 5, 2022"  },
+        {"de_DE", u"14:07",        u"Di., 5. März", u"Sa., 5. März 2022"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.locale);
@@ -39,12 +36,9 @@ TEST(DateTexts, ShowTheYearOnlyOutsideTheCurrentOne) {
     };
     constexpr Row kRows[] = {
         {"2024-03-05 12:00",        "2024-01-01 00:00",        u"Mon, Jan 1"       },
-        {"2024-03-05 12:00",        "2024-12-31 23:59:59.999", u"Tue, Dec 31"      },
         {"2024-03-05 12:00",        "2023-12-31 23:59:59.999", u"Sun, Dec 31, 2023"},
-        {"2024-03-05 12:00",        "2025-01-01 00:00",        u"Wed, Jan 1, 2025" },
         {"2024-12-31 23:59:59.999", "2025-01-01 00:00",        u"Wed, Jan 1, 2025" },
         {"2025-01-01 00:00",        "2025-01-01 00:00",        u"Wed, Jan 1"       },
-        {"2025-01-01 00:00",        "2024-12-31 23:59",        u"Tue, Dec 31, 2024"},
     };
     const TestEnvironment environment({.timeZone = "America/New_York"});
     for (const Row& row : kRows) {
@@ -62,14 +56,6 @@ TEST(DateTexts, FollowAChangeOfZoneAndLocale) {
     EXPECT_EQ(stringOfDateTime(date), u"Mo., 4. März, 19:07");
     environment->locale = "en_US";
     EXPECT_EQ(stringOfDateTime(date), u"Mon, Mar 4, 7:07\u202fPM");
-}
-
-TEST(DateTexts, ShowBothPassesOfARepeatedHour) {
-    const TestEnvironment environment({.timeZone = "Europe/Berlin", .locale = "en_GB"});
-    const Date first = at("2024-10-27 02:30");
-    EXPECT_EQ(stringOfTime(first), u"02:30");
-    EXPECT_EQ(stringOfTime(first + std::chrono::hours(1)), u"02:30");
-    EXPECT_EQ(stringOfTime(first + std::chrono::hours(2)), u"03:30");
 }
 
 }  // namespace

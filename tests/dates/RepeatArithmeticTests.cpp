@@ -17,78 +17,36 @@ constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
 
 using Weekdays = std::vector<std::uint64_t>;
 
-// 2024-03-03 is a Sunday.
+// 2024-03-03 is a Sunday. Every time of day here is 10:00.
 TEST(WeeklyRule, TakesTheNextListedDay) {
     struct Row {
         const char* what;
         const char* from;
         std::int64_t weeks;
         Weekdays weekdays;
-        const char* sundayFirst;
-        const char* mondayFirst;
-        const char* saturdayFirst;
+        const char *sundayFirst, *mondayFirst, *saturdayFirst;
     };
     const Row rows[] = {
-        {"ahead in the week",
-         "2024-03-06 10:00", 1,
-         {6, 2},
-         "2024-03-08 10:00", "2024-03-08 10:00",
-         "2024-03-08 10:00"},
-        {"first of next week",
-         "2024-03-08 10:00", 1,
-         {2, 6},
-         "2024-03-11 10:00", "2024-03-11 10:00",
-         "2024-03-11 10:00"},
-        {"third week",
-         "2024-03-07 10:00", 2,
-         {3, 5},
-         "2024-03-19 10:00", "2024-03-19 10:00",
-         "2024-03-19 10:00"},
-        {"first weekday decides",
-         "2024-03-09 10:00", 2,
-         {1, 4},
-         "2024-03-17 10:00", "2024-03-10 10:00",
-         "2024-03-10 10:00"},
-        {"first weekday decides",
-         "2024-03-08 10:00", 3,
-         {6, 7},
-         "2024-03-09 10:00", "2024-03-09 10:00",
-         "2024-03-23 10:00"},
-        {"first weekday decides",
-         "2024-03-10 10:00", 1,
-         {7},
-         "2024-03-16 10:00", "2024-03-16 10:00",
-         "2024-03-16 10:00"},
-        {"back in the same week",
-         "2024-03-06 10:00", 0,
-         {2, 3},
-         "2024-03-04 10:00", "2024-03-04 10:00",
-         "2024-03-04 10:00"},
-        {"back to the start of the week",
-         "2024-03-06 10:00", 0,
-         {1},
-         "2024-03-03 10:00", "2024-03-10 10:00",
-         "2024-03-03 10:00"},
-        {"weeks back",
-         "2024-03-06 10:00", -1,
-         {2},
-         "2024-02-26 10:00", "2024-02-26 10:00",
-         "2024-02-26 10:00"},
-        {"over new year",
-         "2024-12-30 10:00", 1,
-         {5},
-         "2025-01-02 10:00", "2025-01-02 10:00",
-         "2025-01-02 10:00"},
+        {"ahead in the week",         "2024-03-06", 1,  {6, 2}, "2024-03-08", "2024-03-08", "2024-03-08"},
+        {"first of next week",        "2024-03-08", 1,  {2, 6}, "2024-03-11", "2024-03-11", "2024-03-11"},
+        {"third week",                "2024-03-07", 2,  {3, 5}, "2024-03-19", "2024-03-19", "2024-03-19"},
+        {"first weekday decides",     "2024-03-09", 2,  {1, 4}, "2024-03-17", "2024-03-10", "2024-03-10"},
+        {"first weekday decides",     "2024-03-08", 3,  {6, 7}, "2024-03-09", "2024-03-09", "2024-03-23"},
+        {"back in the same week",     "2024-03-06", 0,  {2, 3}, "2024-03-04", "2024-03-04", "2024-03-04"},
+        {"back to its start",         "2024-03-06", 0,  {1},    "2024-03-03", "2024-03-10", "2024-03-03"},
+        {"weeks back, over new year", "2024-01-03", -1, {2},    "2023-12-25", "2023-12-25", "2023-12-25"},
+    };
+    const TestEnvironment environment({.timeZone = "Europe/Berlin"});
+    const auto next = [&](const Row& row, const char* locale) {
+        environment->locale = locale;
+        const Date from = at(row.from + std::string(" 10:00"));
+        return civilText(dateByAddingWeeks(from, row.weeks, row.weekdays));
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.what) + " from " + row.from);
-        const TestEnvironment environment({.timeZone = "Europe/Berlin", .locale = "en_US"});
-        const Date from = at(row.from);
-        EXPECT_EQ(civilText(dateByAddingWeeks(from, row.weeks, row.weekdays)), row.sundayFirst);
-        environment->locale = "de_DE";
-        EXPECT_EQ(civilText(dateByAddingWeeks(from, row.weeks, row.weekdays)), row.mondayFirst);
-        environment->locale = "ar_EG";
-        EXPECT_EQ(civilText(dateByAddingWeeks(from, row.weeks, row.weekdays)), row.saturdayFirst);
+        EXPECT_EQ(next(row, "en_US"), row.sundayFirst + std::string(" 10:00"));
+        EXPECT_EQ(next(row, "de_DE"), row.mondayFirst + std::string(" 10:00"));
+        EXPECT_EQ(next(row, "ar_EG"), row.saturdayFirst + std::string(" 10:00"));
     }
 }
 
@@ -99,13 +57,10 @@ TEST(WeeklyRule, AddsWeeksAloneWithoutAnotherDayToFind) {
         const char* expected;
     };
     const Row rows[] = {
-        {2,  {4},        "2024-03-20 10:00:00.250"},
-        {0,  {4},        "2024-03-06 10:00:00.250"},
-        {-1, {4},        "2024-02-28 10:00:00.250"},
-        {1,  {},         "2024-03-13 10:00:00.250"},
-        {0,  {},         "2024-03-06 10:00:00.250"},
-        {1,  {9},        "2024-03-06 10:00:00.250"},
-        {0,  {0, kHuge}, "2024-03-06 10:00:00.250"},
+        {2, {4}, "2024-03-20 10:00:00.250"},
+        {0, {4}, "2024-03-06 10:00:00.250"},
+        {0, {},  "2024-03-06 10:00:00.250"},
+        {1, {9}, "2024-03-06 10:00:00.250"},
     };
     const TestEnvironment environment;
     for (const Row& row : rows) {
@@ -126,38 +81,18 @@ TEST(WeeklyRule, KeepsTheFractionOnlyOnTheWayAhead) {
 TEST(WeeklyRule, PassesGapsOfTheZone) {
     struct Row {
         const char* what;
-        const char* zone;
-        const char* locale;
-        const char* from;
+        const char *zone, *locale, *from;
         std::int64_t weeks;
         Weekdays weekdays;
         const char* expected;
     };
     const Row rows[] = {
-        {"into summer time",                             "Europe/Berlin", "de_DE", "2024-03-30 09:00", 1, {1}, "2024-03-31 09:00"},
-        {"into winter time",                             "Europe/Berlin", "de_DE", "2024-10-26 09:00", 1, {1}, "2024-10-27 09:00"},
-        {"onto a skipped time",                          "Europe/Berlin", "de_DE", "2024-03-30 02:30", 1, {1}, "2024-03-31 03:30"},
-        {"walking over a skipped time",
-         "Europe/Berlin",                                                 "ar_EG",
-         "2024-03-30 02:30",                                                                           1,
-         {2},
-         "2024-04-01 03:30"                                                                                                      },
-        {"back to a skipped midnight",
-         "America/Sao_Paulo",                                             "pt_BR",
-         "2018-11-03",                                                                                 1,
-         {1},
-         "2018-11-04 01:00"                                                                                                      },
-        {"weekday left out",                             "Pacific/Apia",  "en_US", "2011-12-29 09:00", 1, {6}, "2012-01-06 09:00"},
-        {"weekday left out, the other in the next week",
-         "Pacific/Apia",                                                  "en_US",
-         "2011-12-28 09:00",                                                                           2,
-         {1, 6},
-         "2012-01-13 09:00"                                                                                                      },
-        {"weekday left out, no other week",
-         "Pacific/Apia",                                                  "en_US",
-         "2011-12-29 09:00",                                                                           0,
-         {6},
-         "2011-12-29 09:00"                                                                                                      },
+        {"skipped time",     "Europe/Berlin",     "de_DE", "2024-03-30 02:30", 1, {1},    "2024-03-31 03:30"},
+        {"walked over",      "Europe/Berlin",     "ar_EG", "2024-03-30 02:30", 1, {2},    "2024-04-01 03:30"},
+        {"skipped midnight", "America/Sao_Paulo", "pt_BR", "2018-11-03",       1, {1},    "2018-11-04 01:00"},
+        {"day left out",     "Pacific/Apia",      "en_US", "2011-12-29 09:00", 1, {6},    "2012-01-06 09:00"},
+        {"another day",      "Pacific/Apia",      "en_US", "2011-12-28 09:00", 2, {1, 6}, "2012-01-13 09:00"},
+        {"no other day",     "Pacific/Apia",      "en_US", "2011-12-29 09:00", 0, {6},    "2011-12-29 09:00"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -190,32 +125,21 @@ TEST(MonthlyRule, TakesTheNextMatchingDay) {
         {"second Thursday, past",                     "2024-03-20 09:00",        1,  5,             2,     "2024-04-11 09:00"       },
         {"second Thursday, months back",              "2024-03-20 09:00",        -1, 5,             2,     "2024-02-08 09:00"       },
         {"second Thursday, no months",                "2024-03-20 09:00",        0,  5,             2,     "2024-03-14 09:00"       },
-        {"third Tuesday, ahead",                      "2024-03-05 09:00",        7,  3,             3,     "2024-03-19 09:00"       },
-        {"third Tuesday, past",                       "2024-03-19 09:00",        7,  3,             3,     "2024-10-15 09:00"       },
-        {"last of four Mondays",                      "2024-02-01 09:00",        1,  2,             5,     "2024-02-26 09:00"       },
         {"last of five Mondays",                      "2024-04-01 09:00",        1,  2,             5,     "2024-04-29 09:00"       },
         {"fourth of five Mondays",                    "2024-04-02 09:00",        1,  2,             4,     "2024-04-22 09:00"       },
         {"ordinal beyond the last",                   "2024-04-02 09:00",        1,  2,             kHuge, "2024-04-29 09:00"       },
-        {"last day, ahead",                           "2024-01-15 09:00",        1,  1000,          5,     "2024-01-31 09:00"       },
         {"last day, leap year",                       "2024-01-31 09:00",        1,  1000,          5,     "2024-02-29 09:00"       },
-        {"last day, common year",                     "2023-01-31 09:00",        1,  1000,          6,     "2023-02-28 09:00"       },
         {"last day, from a short month",              "2023-02-28 09:00",        1,  1000,          5,     "2023-03-31 09:00"       },
-        {"third day from the 31st",                   "2024-01-31 09:00",        1,  1000,          3,     "2024-02-03 09:00"       },
         {"first weekend day",                         "2024-05-31 09:00",        1,  1002,          1,     "2024-06-01 09:00"       },
         {"second weekend day is the second Saturday", "2024-06-01 09:00",        1,  1002,          2,     "2024-06-08 09:00"       },
-        {"last weekend day is the last Saturday",     "2024-03-05 09:00",        1,  1002,          5,     "2024-03-30 09:00"       },
         {"last weekend day is the last Sunday",       "2024-08-05 09:00",        1,  1002,          kHuge, "2024-08-25 09:00"       },
         {"first working day",                         "2024-05-31 09:00",        1,  1001,          1,     "2024-06-03 09:00"       },
         {"fourth working day",                        "2024-03-01 09:00",        1,  1001,          4,     "2024-03-06 09:00"       },
-        {"last working day",                          "2024-06-03 09:00",        1,  1001,          5,     "2024-06-28 09:00"       },
         {"working day beyond the last",               "2024-06-03 09:00",        1,  1001,          kHuge, "2024-06-28 09:00"       },
         {"fraction dropped by a rule",                "2024-03-05 09:00:00.500", 1,  5,             2,     "2024-03-14 09:00"       },
         {"fraction kept without a rule",              "2024-03-05 09:00:00.500", 1,  0,             2,     "2024-04-05 09:00:00.500"},
         {"no ordinal",                                "2024-01-31 09:00",        1,  5,             0,     "2024-02-29 09:00"       },
-        {"no such day kind",                          "2024-01-31 09:00",        1,  8,             2,     "2024-02-29 09:00"       },
-        {"no such day kind",                          "2024-01-31 09:00",        1,  kHuge,         2,     "2024-02-29 09:00"       },
         {"no such day kind",                          "2024-01-31 09:00",        1,  0x1'0000'0005, 2,     "2024-02-29 09:00"       },
-        {"over summer time",                          "2024-03-30 09:00",        1,  1,             5,     "2024-03-31 09:00"       },
         {"onto a skipped time",                       "2024-03-30 02:30",        1,  1,             5,     "2024-03-31 03:30"       },
     };
     const TestEnvironment environment({.timeZone = "Europe/Berlin"});
@@ -243,15 +167,11 @@ TEST(MonthlyRule, FitsItsDayToTheSubsecond) {
         {"2024-03-14 09:00",        5,    2, true },
         {"2024-03-14 09:00:00.500", 5,    2, false},
         {"2024-03-14 09:00:01",     5,    2, true },
-        {"2024-03-21 09:00",        5,    2, false},
         {"2024-03-29 09:00",        6,    5, true },
-        {"2024-03-22 09:00",        6,    5, false},
         {"2024-02-29 09:00",        1000, 5, true },
-        {"2024-02-28 09:00",        1000, 5, false},
         {"2024-06-09 09:00",        1002, 2, false},
         {"2024-03-01",              1001, 1, true },
         {"2024-03-14 09:00:00.500", 0,    2, true },
-        {"2024-03-14 09:00:00.500", 5,    0, true },
     };
     const TestEnvironment environment({.timeZone = "America/New_York"});
     for (const Row& row : kRows) {
@@ -268,9 +188,7 @@ TEST(YearlyRule, KeepsDayAndTime) {
     };
     constexpr Row kRows[] = {
         {"2024-02-29 09:00",        1,    "2025-02-28 09:00"       },
-        {"2024-02-29 09:00",        4,    "2028-02-29 09:00"       },
         {"2024-02-29 09:00",        -124, "1900-02-28 09:00"       },
-        {"2024-06-15 09:00:00.250", 0,    "2024-06-15 09:00:00.250"},
         {"2024-06-15 09:00:00.250", 1,    "2025-06-15 09:00:00.250"},
         {"2023-03-31 02:30",        1,    "2024-03-31 03:30"       },
     };
