@@ -117,7 +117,7 @@ class PredicateWriter {
 
     std::string others() {
         const std::string equality = dice_.word("== !=");
-        switch (dice_.below(5)) {
+        switch (dice_.below(6)) {
             case 0:
                 return "cover " + dice_.word(kComparisons) + (dice_.oneIn(3) ? " nil" : " $BYTES");
             case 1:
@@ -125,12 +125,17 @@ class PredicateWriter {
             case 2:
                 return "5 < " + number();
             case 3:
+                return "(" + dateBound() + " OR pages > 2 AND " + dateBound() + " AND " + dateBound() + ")";
+            case 4:
                 return "$SHELF " + equality + " " + dice_.word(kShelfPaths);
             default:
                 return dice_.oneIn(2) ? "TRUEPREDICATE" : "pages IN $LIST OR pages BETWEEN $LIST";
         }
     }
 
+    std::string dateBound() {
+        return "printed " + dice_.word(kComparisons) + " " + dice_.word("$DATE CAST(0,'NSDate')");
+    }
     std::string number() { return dice_.word(dice_.oneIn(3) ? kNumberPaths : kNumberConstants); }
     // Right sides of MATCHES are patterns: a path there would fail on most values.
     std::string text() { return dice_.word(dice_.oneIn(4) ? kTextPaths : kTextConstants); }

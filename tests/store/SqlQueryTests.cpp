@@ -153,6 +153,19 @@ TEST_F(QueryPlan, UsesAPartialIndexWithoutBoundValues) {
                 HasSubstr("SEARCH t0 USING COVERING INDEX Z_GTask_open (ZDUEDATE<?)"));
 }
 
+TEST_F(QueryPlan, FindsTheRangeOfDatesThatAllAlternativesKeepTo) {
+    executeElsewhere("CREATE INDEX Z_GTask_due ON ZGTASK (ZCOMPLETED, ZREMOVED, ZHASDUEDATE, ZDUEDATE)");
+    FetchRequest overdue = request("GTask",
+                                   u"removed == NO && completed == NO && hasDueDate == YES && "
+                                   u"((priority > 3 && dueDate < $NOW) || dueDate < $TODAY) && "
+                                   u"list.removed == NO");
+    overdue.predicate = overdue.predicate->withSubstitutionVariables({
+        {"NOW",   Value(Date(TimeInterval(700000000)))},
+        {"TODAY", Value(Date(TimeInterval(600000000)))}
+    });
+    EXPECT_THAT(plan(overdue), HasSubstr("ZHASDUEDATE=? AND ZDUEDATE<?"));
+}
+
 // Few shelves of an owner, many books on each: by their numbers it looks cheap to begin with the shelves.
 TEST_F(QueryOnBooks, NeverBeginsWithJoinedTables) {
     Owner& owner = books_.addOwner(u"Ann");
