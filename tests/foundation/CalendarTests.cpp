@@ -30,10 +30,7 @@ TEST(Calendar, StartsADayAtItsFirstInstant) {
         const char* utc;
     };
     constexpr Row kRows[] = {
-        {"ordinary day",                              "Europe/Berlin",     "2024-03-05", "2024-03-04 23:00"},
         {"midnight skipped",                          "America/Sao_Paulo", "2018-11-04", "2018-11-04 03:00"},
-        {"midnight skipped, the day before",          "America/Sao_Paulo", "2018-11-03", "2018-11-03 03:00"},
-        {"midnight skipped east of Greenwich",        "Asia/Beirut",       "2018-03-25", "2018-03-24 22:00"},
         {"midnight inside a gap from 23:30",          "America/Toronto",   "1919-03-31", "1919-03-31 04:30"},
         {"midnight twice, set back to it at 01:00",   "America/Havana",    "2018-11-04", "2018-11-04 04:00"},
         {"midnight twice, set back over it at 00:01", "America/St_Johns",  "2010-11-07", "2010-11-07 02:30"},
@@ -58,9 +55,7 @@ TEST(Calendar, MovesSkippedTimesOnAndTakesTheFirstOfRepeatedOnes) {
     constexpr Row kRows[] = {
         {"Europe/Berlin",       "2024-03-31 02:30", "2024-03-31 01:30", "2024-03-31 03:30"},
         {"Europe/Berlin",       "2024-10-27 02:30", "2024-10-27 00:30", "2024-10-27 02:30"},
-        {"America/New_York",    "2024-03-10 02:30", "2024-03-10 07:30", "2024-03-10 03:30"},
         {"Australia/Lord_Howe", "2024-10-06 02:15", "2024-10-05 15:45", "2024-10-06 02:45"},
-        {"Australia/Lord_Howe", "2024-04-07 01:45", "2024-04-06 14:45", "2024-04-07 01:45"},
         {"Pacific/Apia",        "2011-12-30 09:00", "2011-12-30 19:00", "2011-12-31 09:00"},
     };
     for (const Row& row : kRows) {
@@ -80,13 +75,10 @@ TEST(Calendar, KeepsTheWallClockTimeOverDays) {
         double hours;
     };
     constexpr Row kRows[] = {
-        {"America/New_York",    "2024-03-09 09:00",        1,  "2024-03-10 09:00",        23  },
-        {"America/New_York",    "2024-11-02 09:00",        1,  "2024-11-03 09:00",        25  },
-        {"Europe/Berlin",       "2024-03-31 12:00",        -1, "2024-03-30 12:00",        -23 },
-        {"Europe/Berlin",       "2024-03-30 02:30",        1,  "2024-03-31 03:30",        24  },
-        {"Australia/Lord_Howe", "2024-04-06 09:00",        1,  "2024-04-07 09:00",        24.5},
-        {"Pacific/Apia",        "2011-12-29 09:00",        2,  "2011-12-31 09:00",        24  },
-        {"UTC",                 "2024-02-28 23:59:59.250", 2,  "2024-03-01 23:59:59.250", 48  },
+        {"America/New_York",    "2024-03-09 09:00",        1, "2024-03-10 09:00",        23  },
+        {"Australia/Lord_Howe", "2024-04-06 09:00",        1, "2024-04-07 09:00",        24.5},
+        {"Pacific/Apia",        "2011-12-29 09:00",        2, "2011-12-31 09:00",        24  },
+        {"UTC",                 "2024-02-28 23:59:59.250", 2, "2024-03-01 23:59:59.250", 48  },
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(std::string(row.zone) + " " + row.from);
@@ -114,11 +106,8 @@ TEST(Calendar, TakesTheLastDayOfAShorterMonth) {
     };
     constexpr Row kRows[] = {
         {"2023-01-31 09:00:00.500", 1,             "2023-02-28 09:00:00.500"},
-        {"2024-01-31 09:00",        1,             "2024-02-29 09:00"       },
         {"2024-02-29 09:00",        12,            "2025-02-28 09:00"       },
         {"2024-03-31 09:00",        -1,            "2024-02-29 09:00"       },
-        {"2024-01-15 09:00",        -13,           "2022-12-15 09:00"       },
-        {"2024-02-29 02:30",        1 - 12 * 400,  "1624-03-29 02:30"       },
         {"2024-02-29 02:30",        13 + 12 * 400, "2425-03-29 02:30"       },
     };
     const TestEnvironment environment({.timeZone = "Europe/London"});
@@ -127,8 +116,6 @@ TEST(Calendar, TakesTheLastDayOfAShorterMonth) {
         EXPECT_EQ(civilText(Calendar::current().dateByAddingMonths(at(row.from), row.months)), row.expected);
     }
     EXPECT_EQ(civilText(Calendar::current().dateByAddingYears(at("2024-02-29"), 1)), "2025-02-28");
-    EXPECT_EQ(civilText(Calendar::current().dateByAddingWeeks(at("2024-03-30 01:30"), 1)),
-              "2024-04-06 01:30");
 }
 
 TEST(Calendar, BeginsTheWeekByTheLocale) {
@@ -138,13 +125,10 @@ TEST(Calendar, BeginsTheWeekByTheLocale) {
         const char* start;
     };
     constexpr Row kRows[] = {
-        {"ar_EG",       kSaturday, "2024-03-02"},
-        {"fa_IR",       kSaturday, "2024-03-02"},
-        {"en_US",       kSunday,   "2024-03-03"},
-        {"C",           kSunday,   "2024-03-03"},
-        {"de_DE",       kMonday,   "2024-03-04"},
-        {"en_GB.UTF-8", kMonday,   "2024-03-04"},
-        {"dv_MV",       kFriday,   "2024-03-01"},
+        {"ar_EG", kSaturday, "2024-03-02"},
+        {"en_US", kSunday,   "2024-03-03"},
+        {"de_DE", kMonday,   "2024-03-04"},
+        {"dv_MV", kFriday,   "2024-03-01"},
     };
     const cctz::civil_day wednesday(2024, 3, 6);
     for (const Row& row : kRows) {
@@ -158,10 +142,6 @@ TEST(Calendar, BeginsTheWeekByTheLocale) {
     }
 }
 
-TEST(Calendar, CountsWeekdaysFromSunday) {
-    for (int day = 3; day <= 9; ++day) EXPECT_EQ(Calendar::weekday(cctz::civil_day(2024, 3, day)), day - 2);
-}
-
 TEST(Calendar, SplitsInstantsBeforeTheReferenceDateDownwards) {
     const Calendar calendar(cctz::utc_time_zone(), kSunday);
     EXPECT_EQ(calendar.civilSecond(Date(TimeInterval(-0.25))), cctz::civil_second(2000, 12, 31, 23, 59, 59));
@@ -173,23 +153,21 @@ TEST(Calendar, ClampsWhatNoCalendarReaches) {
     const double kDates[] = {0, kInfinity, -kInfinity, std::nan(""), 1e300, -1e300, 9.3e18, -6.4e14};
     constexpr std::int64_t kCounts[] = {std::numeric_limits<std::int64_t>::min(), -1, 0, 1,
                                         std::numeric_limits<std::int64_t>::max()};
-    for (const char* zone : {"UTC", "Europe/Berlin"}) {
-        const TestEnvironment environment({.timeZone = zone});
-        const Calendar calendar = Calendar::current();
-        const auto isInRange = [&calendar](Date date) { return std::abs(calendar.year(date)) <= 20'000'001; };
-        for (const double seconds : kDates) {
-            for (const std::int64_t count : kCounts) {
-                SCOPED_TRACE(testing::Message() << zone << ", " << seconds << " plus " << count);
-                const Date date{TimeInterval(seconds)};
-                EXPECT_TRUE(isInRange(calendar.dateByAddingDays(date, count)));
-                EXPECT_TRUE(isInRange(calendar.dateByAddingWeeks(date, count)));
-                EXPECT_TRUE(isInRange(calendar.dateByAddingMonths(date, count)));
-                EXPECT_TRUE(isInRange(calendar.dateByAddingYears(date, count)));
-                EXPECT_TRUE(isInRange(calendar.startOfDay(cctz::civil_day(count, 2, 3))));
-            }
+    const TestEnvironment environment({.timeZone = "Europe/Berlin"});
+    const Calendar calendar = Calendar::current();
+    const auto isInRange = [&calendar](Date date) { return std::abs(calendar.year(date)) <= 20'000'001; };
+    for (const double seconds : kDates) {
+        for (const std::int64_t count : kCounts) {
+            SCOPED_TRACE(testing::Message() << seconds << " plus " << count);
+            const Date date{TimeInterval(seconds)};
+            EXPECT_TRUE(isInRange(calendar.dateByAddingDays(date, count)));
+            EXPECT_TRUE(isInRange(calendar.dateByAddingWeeks(date, count)));
+            EXPECT_TRUE(isInRange(calendar.dateByAddingMonths(date, count)));
+            EXPECT_TRUE(isInRange(calendar.dateByAddingYears(date, count)));
+            EXPECT_TRUE(isInRange(calendar.startOfDay(cctz::civil_day(count, 2, 3))));
         }
-        EXPECT_EQ(calendar.dateByAddingDays(Date(TimeInterval(std::nan(""))), 0), Date());
     }
+    EXPECT_EQ(calendar.dateByAddingDays(Date(TimeInterval(std::nan(""))), 0), Date());
 }
 
 }  // namespace

@@ -69,24 +69,12 @@ TEST(Environment, FindsTheDocumentsByTheUserDirectories) {
         {"XDG_DOCUMENTS_DIR=\"$HOME/Papiere\"\n",                                   "/home/u/Papiere"  },
         {"# comment\nXDG_MUSIC_DIR=\"/m\"\n  XDG_DOCUMENTS_DIR=\"/a \\\"b\\\"\"\n", "/a \"b\""         },
         {"XDG_DOCUMENTS_DIR=\"/old\"\nXDG_DOCUMENTS_DIR=\"$HOME\"",                 "/home/u"          },
-        {"XDG_DOCUMENTS_DIR=relative\n",                                            "/home/u/Documents"},
         {"XDG_DOCUMENTS_DIR=\"relative\"\nXDG_DOCUMENTS_DIR=\"",                    "/home/u/Documents"},
     };
     for (const Row& row : kRows) {
         writeFileBytes(configuration.path() / "user-dirs.dirs", row.lines);
         EXPECT_EQ(Environment::defaultDocumentsDirectory(), row.expected);
     }
-}
-
-TEST(Environment, ComesBackAtTheEndOfAScope) {
-    const TestEnvironment outer({.timeZone = "Asia/Tokyo", .now = "2024-03-05 12:00"});
-    {
-        const TestEnvironment inner({.timeZone = "Europe/Berlin", .now = "2020-01-01 00:00:30.250"});
-        EXPECT_EQ(civilText(now()), "2020-01-01 00:00:30.250");
-    }
-    EXPECT_EQ(civilText(now()), "2024-03-05 12:00");
-    outer.setNow("2024-03-06");
-    EXPECT_EQ(civilText(now()), "2024-03-06");
 }
 
 }  // namespace

@@ -59,7 +59,6 @@ TEST(Localization, ReadsTheCatalogueOfTheProcessesLanguage) {
     EXPECT_EQ(localizedString("In %d days", 1), u"Za %d dzień");
     EXPECT_EQ(localizedString("In %d days", 3), u"Za %d dni");
     EXPECT_EQ(localizedString("In %d days", 5), u"Za %d dób");
-    EXPECT_EQ(localizedString("In %d days", -1), u"Za %d dzień");
     std::setlocale(LC_ALL, before.c_str());
 }
 

