@@ -89,12 +89,18 @@ class PredicateWriter {
     std::string comparison() {
         const bool isQuantified = dice_.oneIn(4);
         const std::string quantifier = isQuantified ? dice_.word(kQuantifiers) + " " : "";
-        const std::size_t kind = dice_.below(8);
+        const std::size_t kind = dice_.below(9);
         if (kind < 3)
             return quantifier + numbers(dice_.word(isQuantified ? kMemberNumberPaths : kNumberPaths));
         if (kind < 6) return quantifier + texts(dice_.word(isQuantified ? kMemberTextPaths : kTextPaths));
         if (kind < 7) return quantifier + books(dice_.word(isQuantified ? kMemberBookPaths : kBookPaths));
-        return others();
+        return kind < 8 ? dates() : others();
+    }
+
+    // Alternatives that bound the same date.
+    std::string dates() { return "(" + dateBound() + " OR pages > 2 AND " + dateBound() + ")"; }
+    std::string dateBound() {
+        return "printed " + dice_.word("< <= > >=") + " " + dice_.word("$DATE CAST(0,'NSDate')");
     }
 
     std::string numbers(const std::string& left) {
@@ -117,7 +123,7 @@ class PredicateWriter {
 
     std::string others() {
         const std::string equality = dice_.word("== !=");
-        switch (dice_.below(6)) {
+        switch (dice_.below(5)) {
             case 0:
                 return "cover " + dice_.word(kComparisons) + (dice_.oneIn(3) ? " nil" : " $BYTES");
             case 1:
@@ -125,17 +131,12 @@ class PredicateWriter {
             case 2:
                 return "5 < " + number();
             case 3:
-                return "(" + dateBound() + " OR pages > 2 AND " + dateBound() + " AND " + dateBound() + ")";
-            case 4:
                 return "$SHELF " + equality + " " + dice_.word(kShelfPaths);
             default:
                 return dice_.oneIn(2) ? "TRUEPREDICATE" : "pages IN $LIST OR pages BETWEEN $LIST";
         }
     }
 
-    std::string dateBound() {
-        return "printed " + dice_.word(kComparisons) + " " + dice_.word("$DATE CAST(0,'NSDate')");
-    }
     std::string number() { return dice_.word(dice_.oneIn(3) ? kNumberPaths : kNumberConstants); }
     // Right sides of MATCHES are patterns: a path there would fail on most values.
     std::string text() { return dice_.word(dice_.oneIn(4) ? kTextPaths : kTextConstants); }
