@@ -41,6 +41,8 @@ constexpr Nouns kNouns[] = {
     {{"tasks", "filters"}, addTasksCommands  },
     {{"export", "import"}, addExportCommands },
     {{"config"},           addConfigCommand  },
+    {{"explain"},          addExplainCommand },
+    {{"complete"},         addCompleteCommand},
 };
 
 // The nouns that the first word names; null where the line begins in another way.
@@ -103,11 +105,15 @@ void say(std::string_view message) {
     std::fprintf(stderr, "corvane: %s\n", inCharacterSetOfLocale(terminalUtf8(line)).c_str());
 }
 
+void addCommandLine(CLI::App& app, Program& program, int argumentCount, const char* const* arguments) {
+    addGlobalOptions(app, program);
+    addCommands(app, program, namedNouns(argumentCount, arguments));
+}
+
 int runCommandLine(int argumentCount, const char* const* arguments) {
     Program program;
     CLI::App app("The today widget and the task store in the terminal.", "corvane");
-    addGlobalOptions(app, program);
-    addCommands(app, program, namedNouns(argumentCount, arguments));
+    addCommandLine(app, program, argumentCount, arguments);
     // Options are in force before the first command runs, wherever they stand.
     app.parse_complete_callback([&program] {
         if (const auto problem = setUpProgramEnvironment(program.options.environment)) {

@@ -1,7 +1,9 @@
 // The command line: nouns then verbs, each command in a file of its own.
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "apps/corvane/Program.h"
 
@@ -19,8 +21,16 @@ void addListCommands(CLI::App& app, Program& program);
 void addTaskCommands(CLI::App& app, Program& program);
 void addTasksCommands(CLI::App& app, Program& program);
 void addConfigCommand(CLI::App& app, Program& program);
+void addExplainCommand(CLI::App& app, Program& program);
 void addExportCommands(CLI::App& app, Program& program);
 void addStoreCommands(CLI::App& app, Program& program);
+void addCompleteCommand(CLI::App& app, Program& program);
+
+/// Adds the global options, and the commands: of one noun where the arguments begin with it, else all.
+void addCommandLine(CLI::App& app, Program& program, int argumentCount, const char* const* arguments);
+
+/// The keys that `corvane config` knows, in its order.
+std::vector<std::string> settingKeys();
 
 /// One line on standard error for people; what a terminal would obey in it is made harmless.
 void say(std::string_view message);

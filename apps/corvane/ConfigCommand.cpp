@@ -111,6 +111,12 @@ void runConfig(Program& program, const ConfigOptions& options) {
 
 }  // namespace
 
+std::vector<std::string> settingKeys() {
+    std::vector<std::string> keys;
+    for (const Setting& setting : settings()) keys.push_back(setting.key);
+    return keys;
+}
+
 void addConfigCommand(CLI::App& app, Program& program) {
     const auto options = std::make_shared<ConfigOptions>();
     CLI::App& command = *app.add_subcommand("config", "List, show and change the shared settings");
