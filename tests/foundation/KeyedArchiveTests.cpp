@@ -16,7 +16,7 @@ namespace {
 using Dictionary = PropertyList::Dictionary;
 using Array = PropertyList::Array;
 
-// Keys with real numbers, texts, references and data: "Real=0.5 Text:name Reference@2 Data(0.5 0.25)"; a '_'
+// Keys with numbers, texts, references and data: "Real=0.5 Text:name Reference@2 Data(0.5 0.25)"; a '_'
 // at the end of data is a zero.
 Dictionary objectOfKeys(std::string_view keys) {
     Dictionary object;
@@ -26,7 +26,9 @@ Dictionary objectOfKeys(std::string_view keys) {
         const std::size_t end = mark == '(' ? keys.find(')') : std::min(keys.find(' '), keys.size());
         const std::string value(keys.substr(at + 1, end - at - 1));
         PropertyList& kept = object[std::string(keys.substr(0, at))];
-        if (mark == '=') kept.value = std::stod(value);
+        const bool isReal = value.find('.') != value.npos;
+        if (mark == '=' && isReal) kept.value = std::stod(value);
+        if (mark == '=' && !isReal) kept.value = std::int64_t{std::stoi(value)};
         if (mark == ':') kept.value = value;
         if (mark == '@') kept.value = PropertyList::Uid{static_cast<std::uint64_t>(std::stoi(value))};
         if (mark == '(')

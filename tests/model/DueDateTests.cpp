@@ -3,6 +3,7 @@
 
 #include "ModelFixture.h"
 #include "model/CorvaneUserDefaults.h"
+#include "platform/foundation/Text.h"
 
 namespace corvane {
 namespace {
@@ -44,7 +45,6 @@ TEST_F(DueDateTest, AllDayTasksAreDueAtTheDefaultAlertTime) {
     };
     constexpr Row kRows[] = {
         {9,  30, "2024-03-10 09:30"},
-        {0,  0,  "2024-03-10"      },
         {24, 5,  "2024-03-11 00:05"}, // settings are not checked
         {-1, 0,  "2024-03-09 23:00"},
     };
@@ -55,14 +55,9 @@ TEST_F(DueDateTest, AllDayTasksAreDueAtTheDefaultAlertTime) {
         EXPECT_EQ(state(), row.expected + std::string(" | none | d"));
         task().setDueDate2(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
         EXPECT_EQ(state(), "2024-03-10 17:45 | none | d");
+        task().setDueDate(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
+        EXPECT_EQ(state(), "2024-03-10 17:45 | none | d") << "the same date is not moved";
     }
-}
-
-TEST_F(DueDateTest, TheDateAsGivenDecidesWhetherItChanges) {
-    setDefaultAlertTime(9, 0);
-    task().setDueDate(at("2024-03-10 17:45"), kAtTimeOfDay, kNoRepeat, 1);
-    task().setDueDate(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
-    EXPECT_EQ(state(), "2024-03-10 17:45 | none | d") << "the same date is not moved to the alert time";
 }
 
 TEST_F(DueDateTest, TheAlertKeepsItsDistance) {
@@ -89,36 +84,27 @@ TEST_F(DueDateTest, AlertsNeedADueDate) {
 }
 
 TEST_F(DueDateTest, TheRepeatDetailLivesAsLongAsTheKind) {
-    const std::vector<std::uint64_t> weekdays = {6, 2, 4};
-    const auto repeat = [&](std::int32_t kind, std::int32_t interval) {
+    // Sets a rule, then details of two kinds: only the rule's own kind of detail is taken.
+    const auto detailOf = [&](std::int32_t kind, std::int32_t interval,
+                              const std::vector<std::uint64_t>& weekdays, std::uint64_t ordinal) {
         task().setDueDate(at("2024-03-10 10:00"), kAtTimeOfDay, kind, interval);
+        const std::u16string kept(task().alertRepeatData().value_or(u"none"));
+        task().setWeeklyRepeatWeekdays(weekdays);
+        task().setMonthlyRepeatWeekdayOrdinal(ordinal, 3);
+        return utf8FromText(kept) + " -> " + utf8FromText(task().alertRepeatData().value_or(u"none"));
     };
-    repeat(kRepeatWeeklyOlder, 0);
+    EXPECT_EQ(detailOf(kRepeatWeeklyOlder, 0, {6, 2, 4}, 2), "none -> 6,2,4");
     EXPECT_EQ(task().alertRepeatInterval(), 1);
-    task().setWeeklyRepeatWeekdays(weekdays);
-    task().setMonthlyRepeatWeekdayOrdinal(2, 3);
-    EXPECT_EQ(task().alertRepeatData(), u"6,2,4") << "no detail of another kind is taken";
     EXPECT_THAT(task().weeklyRepeatWeekdays(), ElementsAre(6u, 2u, 4u));
-    repeat(kRepeatWeeklyOlder, 3);
-    EXPECT_EQ(task().alertRepeatData(), u"6,2,4");
-    repeat(kRepeatMonthly, -2);
+    EXPECT_EQ(detailOf(kRepeatWeeklyOlder, 3, {6, 2, 4}, 2), "6,2,4 -> 6,2,4");
+    EXPECT_EQ(detailOf(kRepeatMonthly, -2, {6, 2, 4}, 2), "none -> 2,3");
     EXPECT_EQ(task().alertRepeatInterval(), -2);
-    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
-    task().setMonthlyRepeatWeekdayOrdinal(2, 3);
-    task().setWeeklyRepeatWeekdays(weekdays);
-    EXPECT_EQ(task().alertRepeatData(), u"2,3");
     EXPECT_EQ(task().monthlyRepeatWeekdayOrdinal(), 2u);
     EXPECT_EQ(task().monthlyRepeatWeekday(), 3u);
-    task().setMonthlyRepeatWeekdayOrdinal(0, 3);
-    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
-    repeat(kRepeatDaily, 1);
-    task().setMonthlyRepeatWeekdayOrdinal(2, 3);
-    task().setWeeklyRepeatWeekdays(weekdays);
-    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
-    repeat(kRepeatWeekly, 1);
-    task().setWeeklyRepeatWeekdays(weekdays);
-    task().setWeeklyRepeatWeekdays({});
-    EXPECT_EQ(task().alertRepeatData(), std::nullopt);
+    EXPECT_EQ(detailOf(kRepeatMonthly, 1, {}, 0), "2,3 -> none");
+    EXPECT_EQ(detailOf(kRepeatDaily, 1, {6, 2, 4}, 2), "none -> none");
+    EXPECT_EQ(detailOf(kRepeatWeekly, 1, {6}, 2), "none -> 6");
+    EXPECT_EQ(detailOf(kRepeatWeekly, 1, {}, 2), "6 -> none");
     EXPECT_THAT(task().weeklyRepeatWeekdays(), IsEmpty());
 }
 

@@ -1,13 +1,8 @@
 // Inserting, copying, moving and deleting tasks: the steps at the edges.
-#include <gmock/gmock.h>
-
 #include "ModelFixture.h"
 
 namespace corvane {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 class PlacementTest : public ModelTest {
   protected:
@@ -28,13 +23,10 @@ struct Placement {
 TEST_F(PlacementTest, InsertsAtAPlace) {
     foreign_ = &task(listWith("F(G)"), "F");
     constexpr Placement kRows[] = {
-        {"previous is no child, childless",     "X Y",              "X",       "Y",       "X(N) Y"          },
         {"previous is no child, two children",  "X(A B(C)) Y",      "X",       "Y",       "X(A B(C) N) Y"   },
         {"no parent and a child as previous",   "X(A) Y",           "-",       "A",       "N X(A) Y"        },
         {"parent and previous of another list", "X",                "foreign", "foreign", "N X"             },
-        {"previous of another list",            "X",                "-",       "foreign", "N X"             },
         {"removed parent",                      "X(A) R*",          "R",       "-",       "N X(A) R*"       },
-        {"removed previous below a parent",     "X(A R*) Y",        "X",       "R",       "X(N A R*) Y"     },
         {"removed children make no room",       "X(A R*(B@3)) Y@2", "-",       "X",       "X(A R*(B@4)) N Y"},
         {"unsound: behind the previous one",    "A B@5 C@9",        "-",       "B",       "A B@5 N@6 C@9"   },
         {"unsound: what stands there moves",    "A B@1 C@1",        "-",       "A",       "A N B C"         },
@@ -71,16 +63,13 @@ TEST_F(PlacementTest, PositionsHave16Bits) {
 TEST_F(PlacementTest, MovesToAPlace) {
     foreign_ = &task(listWith("F"), "F");
     constexpr Placement kRows[] = {
-        {"behind its follower, with children",       "M(A B) Y",      "-", "Y",       "Y M(A B)"     },
         {"behind a child: the parent is ignored",    "X(A(C) B) Y M", "Y", "A",       "X(A(C) M B) Y"},
-        {"previous is itself: kept in place",        "X M(A) Y",      "-", "M",       "X M(A) Y"     },
         {"previous removed: behind its own",         "X(A M) R*",     "-", "R",       "X(A M) R*"    },
         {"previous invalid, no sibling: the parent", "X(M A) Y",      "Y", "foreign", "X(A) Y(M)"    },
         {"parent is itself: first child again",      "X(A M)",        "M", "-",       "X(M A)"       },
         {"parent removed: first child again",        "X(A M) R*",     "R", "-",       "X(M A) R*"    },
         {"below its own grandchild",                 "X M(A(B) C) Y", "B", "-",       "A(B(M)) C X Y"},
         {"behind its own grandchild",                "M(A(B C)) Y",   "-", "B",       "A(B M C) Y"   },
-        {"removed children go along",                "X M(A R*) Y",   "-", "-",       "M(A R*) X Y"  },
         {"unsound: indexes are kept in the list",    "X@7 M@90 Y@91", "-", "Y",       "X@7 M@91 Y@91"},
     };
     for (const Placement& row : kRows) {
@@ -118,10 +107,8 @@ TEST_F(PlacementTest, MovesToAnotherListAsACopy) {
 TEST_F(PlacementTest, CopiesToAPlace) {
     foreign_ = &task(listWith("F"), "F");
     constexpr Placement kRows[] = {
-        {"with its subtree",                  "X M(A(B) C) Y",      "-", "X", "X M(A(B) C) M(A(B) C) Y"     },
         {"completed goes along, removed not", "M(A+ R*(B@3)) Y@2",  "Y", "-", "M(A+ R*(B@5)) Y(M(A+))"      },
         {"behind itself: to the top",         "X M(A) Y",           "-", "M", "M(A) X M(A) Y"               },
-        {"below itself: to the top",          "X M(A)",             "M", "-", "M(A) X M(A)"                 },
         {"below its own child",               "M(A B) Y",           "A", "-", "M(A(M(A B)) B) Y"            },
         {"removed, with its live children",   "X M*(A@1 B@2(C@3))", "-", "X", "B(C) A X M*(A@4 B@5(C@6)) M*"},
     };
@@ -134,18 +121,11 @@ TEST_F(PlacementTest, CopiesToAPlace) {
 }
 
 Value valueOfKind(PropertyKind kind) {
-    switch (kind) {
-        case PropertyKind::kBoolean:
-            return true;
-        case PropertyKind::kDouble:
-            return 1.5;
-        case PropertyKind::kDate:
-            return at("2020-01-01");
-        case PropertyKind::kString:
-            return std::u16string(u"text");
-        default:
-            return std::int64_t{7};
-    }
+    if (kind == PropertyKind::kBoolean) return true;
+    if (kind == PropertyKind::kDouble) return 1.5;
+    if (kind == PropertyKind::kDate) return at("2020-01-01");
+    if (kind == PropertyKind::kString) return std::u16string(u"text");
+    return std::int64_t{7};
 }
 
 TEST_F(PlacementTest, CopiesCarryFieldsButNoIdentity) {
@@ -178,7 +158,6 @@ TEST_F(PlacementTest, DeletesOneTask) {
         {"known: a tombstone",          "X(M#(A R*#) C)",  kKeepTombstone, "X(A C M*# R*#)", "AR"},
         {"purged: gone, no stamps",     "X(M#(A R*#) C)",  kPurge,         "X(A C R*#)",     ""  },
         {"unsound positions",           "X@4 M@2 Y@9 Z@9", kKeepTombstone, "Z@2 X@4 Y@9",    ""  },
-        {"tombstone purged",            "X M*# Y",         kPurge,         "X Y",            ""  },
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.what);

@@ -29,9 +29,7 @@ TEST_F(TaskTreeTest, AnswersAboutOneTask) {
         {"A", 0, 4, true,  "-", "-", "J"},
         {"B", 1, 1, true,  "-", "-", "D"},
         {"D", 1, 1, true,  "B", "B", "-"},
-        {"E", 2, 0, false, "-", "-", "-"},
         {"F", 1, 1, true,  "-", "-", "-"}, // removed: not among the list's tasks
-        {"J", 0, 0, false, "A", "A", "K"},
         {"K", 0, 0, false, "J", "A", "-"},
     };
     for (const Row& row : kRows) {
@@ -83,12 +81,9 @@ TEST_F(TaskTreeTest, RenumbersInTreeOrder) {
     };
     constexpr Row kRows[] = {
         {"A(B C(D)) E",        false, "A(B C(D)) E"   },
-        {"A B@5 C@9",          true,  "A B C"         },
-        {"A(B@7) C@1 D@2",     true,  "A(B) C D"      },
         {"A(B@9(C@1) D@3)",    true,  "A(D B(C))"     },
         {"A@-3 B@-9(C@-9)",    true,  "B(C) A"        },
         {"A@4 B@4 C@4",        true,  "A B C"         }, // ties in store order
-        {"A(C@2) B@1",         true,  "A(C) B"        },
         {"A(B*(C@8) D@5) E@1", true,  "A(D B*(C@8)) E"},
         {"",                   false, ""              },
     };
@@ -118,19 +113,6 @@ TEST_F(TaskTreeTest, RenumberingCountsOnWithAndWithoutTheMap) {
     next = std::numeric_limits<std::int32_t>::max();
     named("C").fixDisplayOrder(next, nullptr);
     EXPECT_EQ(next, std::numeric_limits<std::int32_t>::min());
-}
-
-TEST_F(TaskTreeTest, OnlyAChangeDropsTheListsCache) {
-    plant(list(), "A B");
-    list().setUseCachedOrderedAllTasks(true);
-    ASSERT_EQ(list().orderedAllTasks().size(), 2u);
-    plant(list(), "C@2");
-    std::int32_t next = 0;
-    EXPECT_FALSE(named("A").fixDisplayOrder(next, nullptr));
-    EXPECT_EQ(list().orderedAllTasks().size(), 2u);
-    next = 7;
-    EXPECT_TRUE(named("B").fixDisplayOrder(next, nullptr));
-    EXPECT_EQ(list().orderedAllTasks().size(), 3u);
 }
 
 TEST_F(TaskTreeTest, FoldingTellsChildrenAroundTheirParentsChange) {

@@ -26,6 +26,11 @@ TEST_F(AccountTest, NewAccountsMakeRoom) {
     add(u"U", 1, kUnlistedAccountType);
     EXPECT_EQ(text(orderedAccounts(context())), "C0 A2 B3 D4") << "room is made before the type is known";
     EXPECT_EQ(allAccounts(context()).size(), 5u);
+    plant(makeList(b, u"Gone"), "X(Y)");
+    b.deleteAccount();
+    save();
+    EXPECT_EQ(text(orderedAccounts(context())), "C0 A1 D2") << "the listed ones close up";
+    EXPECT_TRUE(context().fetch<GTask>({}).empty());
 }
 
 TEST_F(AccountTest, UnlistedAccountsAreNeverTheDefault) {
@@ -47,17 +52,6 @@ TEST_F(AccountTest, ListsInTheirOrders) {
     EXPECT_EQ(made.defaultList(), &listNamed(made, u"c"));
     EXPECT_EQ(accountWithLists(7, {}).defaultList(), nullptr);
     EXPECT_EQ(made.findListId(std::nullopt), nullptr);
-}
-
-TEST_F(AccountTest, DeletionClosesTheGapAndTakesListsAndTasks) {
-    GUser& b = add(u"B", 1);
-    add(u"C", 2);
-    plant(makeList(b, u"Gone"), "X(Y)");
-    save();
-    b.deleteAccount();
-    save();
-    EXPECT_EQ(text(orderedAccounts(context())), "A0 C1");
-    EXPECT_TRUE(context().fetch<GTask>({}).empty());
 }
 
 TEST_F(AccountTest, TheOnlyListedAccountBecomesLocal) {
@@ -87,20 +81,6 @@ TEST_F(AccountTest, AnUnlistedAccountIsMadeLocalWhileOneIsListed) {
     unlisted.deleteAccount();
     EXPECT_EQ(unlisted.accountType(), kLocalAccountType);
     EXPECT_EQ(account().name(), u"A");
-}
-
-TEST_F(AccountTest, RepairRenumbersTasksInTreeOrderAndThenLists) {
-    plant(list(), "A@0(B@5) C@3 D@9");
-    list().setDisplayOrder(4);
-    GList& sound = makeList(account(), u"Sound");
-    plant(sound, "X(Y) Z");
-    EXPECT_TRUE(account().fixAllDisplayOrders());
-    EXPECT_EQ(treeText(list()), "A(B) C D");
-    EXPECT_EQ(treeText(sound), "X(Y) Z");
-    EXPECT_EQ(text(account().orderedLists()), "Sound0 List1");
-    save();
-    EXPECT_FALSE(account().fixAllDisplayOrders());
-    EXPECT_FALSE(context().hasChanges());
 }
 
 }  // namespace

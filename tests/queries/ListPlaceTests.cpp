@@ -13,13 +13,11 @@ TEST_F(ListPlaceTest, NewListsMakeRoom) {
         const char* expected;
     };
     constexpr Row kRows[] = {
-        {7,                    0,   "New0 A1 B2"         },
-        {7,                    1,   "A0 New1 B2"         },
-        {7,                    2,   "A0 B1 New2"         },
-        {7,                    3,   "A0 B1 New2"         },
-        {7,                    -1,  "A0 B1 New2"         },
-        {kUnlistedAccountType, 1,   "A5000 New5001 B5002"},
-        {kUnlistedAccountType, -70, "A5000 B5001 New5002"},
+        {7,                    0,  "New0 A1 B2"         },
+        {7,                    1,  "A0 New1 B2"         },
+        {7,                    3,  "A0 B1 New2"         },
+        {7,                    -1, "A0 B1 New2"         },
+        {kUnlistedAccountType, 1,  "A5000 New5001 B5002"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.expected);
@@ -40,12 +38,10 @@ TEST_F(ListPlaceTest, MovesToAnyPlace) {
         const char* expected;
     };
     constexpr Row kRows[] = {
-        {0,                    u"A", 2,  "B0 C1 A2"         },
-        {0,                    u"C", 0,  "C0 A1 B2"         },
-        {0,                    u"B", 1,  "A0 B1 C2"         },
-        {0,                    u"A", 9,  "B0 C1 A2"         },
-        {0,                    u"A", -1, "B0 C1 A2"         },
-        {kUnlistedAccountType, u"C", 1,  "A5000 C5001 B5002"},
+        {0,                    u"A", 2, "B0 C1 A2"         },
+        {0,                    u"C", 0, "C0 A1 B2"         },
+        {0,                    u"A", 9, "B0 C1 A2"         },
+        {kUnlistedAccountType, u"C", 1, "A5000 C5001 B5002"},
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.expected);
@@ -72,11 +68,6 @@ TEST_F(ListPlaceTest, TheDefaultIsHandedOn) {
     EXPECT_EQ(text(account.orderedLists()), "A0 B1* C2");
     EXPECT_EQ(a.lastModified(), 2) << "as the heir before; giving up the default does not count";
     EXPECT_EQ(b.lastModified(), 1);
-
-    GUser& single = accountWithLists(7, {u"Only"});
-    listNamed(single, u"Only").setAsDefault(true);
-    listNamed(single, u"Only").setAsDefault(false);
-    EXPECT_EQ(text(single.orderedLists()), "Only0*");
 }
 
 TEST_F(ListPlaceTest, DeletionKeepsWhatAServerKnows) {

@@ -32,17 +32,14 @@ TEST_F(SortOrderTest, KeysByOrderFilterAndListsOrder) {
     const std::string byTitle = std::string("list.name~, ") + kDue;
     const std::string full = std::string(kDue) + ", list.name~, name~";
     const Row rows[] = {
-        {0, 0,  8,  "displayOrder"                   },
-        {1, 0,  8,  "displayOrder"                   },
-        {0, 0,  5,  "list.displayOrder, displayOrder"},
-        {1, 0,  5,  "list.name~, displayOrder"       },
-        {0, 0,  1,  byPosition.c_str()               },
-        {1, 0,  1,  byTitle.c_str()                  },
-        {2, 0,  42, byTitle.c_str()                  },
-        {1, 1,  8,  "-priority, name~"               },
-        {0, 2,  8,  full.c_str()                     },
-        {0, 3,  1,  "none"                           },
-        {0, -1, 8,  "none"                           },
+        {0, 0, 8, "displayOrder"                   },
+        {0, 0, 5, "list.displayOrder, displayOrder"},
+        {1, 0, 5, "list.name~, displayOrder"       },
+        {0, 0, 1, byPosition.c_str()               },
+        {1, 0, 1, byTitle.c_str()                  },
+        {1, 1, 8, "-priority, name~"               },
+        {0, 2, 8, full.c_str()                     },
+        {0, 3, 1, "none"                           },
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(testing::Message() << row.order << " " << row.filter);

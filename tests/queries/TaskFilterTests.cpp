@@ -49,31 +49,11 @@ TEST_F(TaskFilterTest, NamesImagesAndRememberedOrders) {
     EXPECT_EQ(GSData::filterLocalizedName(9), std::nullopt);
     EXPECT_EQ(GSData::filterImageName(4), "Filter-NoDate");
     EXPECT_EQ(GSData::filterImageName(0), "Filter-Overdue");
-    EXPECT_EQ(GSData::filterImageName(9), "Filter-Overdue");
     EXPECT_EQ(GSData::filterImageName(-1), "Filter-Overdue");
     ASSERT_TRUE(corvaneUserDefaults().setObject("TodayOverdueTasksOrder", {std::int64_t{65538}}));
     EXPECT_EQ(GSData::tasksOrderForFilter(1), 2);
     EXPECT_EQ(GSData::tasksOrderForFilter(8), 0);
     EXPECT_EQ(GSData::tasksOrderForFilter(99), 0);
-}
-
-TEST_F(TaskFilterTest, BoundariesAreThoseOfTheBinding) {
-    plant(list(), "A B C");
-    environment_.setNow("2024-03-05 23:59");
-    const auto due = [&](const char* name, const char* date) {
-        named(name).setHasDueDate(true);
-        named(name).setDueDate(at(date));
-    };
-    due("A", "2023-03-05");
-    due("B", "2024-03-05 23:59:30");
-    due("C", "2024-03-06");
-    FetchRequest request;
-    request.predicate = GSData::predicateFromString(filterText(1), &account(), nullptr);
-    request.sortDescriptors = {{"displayOrder"}};
-    environment_.setNow("2024-03-06 00:01");
-    EXPECT_EQ(names(context().fetch<GTask>(request)), "A B");
-    request.predicate = GSData::predicateFromString(filterText(1), &account(), nullptr);
-    EXPECT_EQ(names(context().fetch<GTask>(request)), "A B C");
 }
 
 TEST_F(TaskFilterTest, AMissingAccountOrListMatchesAMissingOne) {

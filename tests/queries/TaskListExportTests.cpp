@@ -60,8 +60,6 @@ TEST_F(TaskListExportTest, HtmlNestsListsByDepth) {
     plant(list(), "A(B(C)) D");
     EXPECT_EQ(tags(kTree), "<ol><li></li><ol><li></li><ol><li></li></ol></ol><li></li></ol>");
     EXPECT_EQ(tags(kFlat), "<ol><li></li><li></li><li></li><li></li></ol>");
-    named("D").deleteTask(kPurge);
-    EXPECT_EQ(tags(kTree), "<ol><li></li><ol><li></li><ol><li></li></ol></ol></ol>");
 }
 
 TEST_F(TaskListExportTest, HtmlIsEscapedAndNothingElse) {
