@@ -7,6 +7,7 @@ namespace corvane {
 namespace {
 
 constexpr const char* kFileName = "alerts";
+constexpr const char* kBegunAtKey = "begunAt";
 constexpr const char* kCheckedUntilKey = "checkedUntil";
 constexpr const char* kGivenKey = "given";
 
@@ -44,6 +45,7 @@ std::optional<Date> nextAlert(ManagedObjectContext& context, Date after) {
 AlertSchedule::AlertSchedule(const std::string& store) : file_(kFileName, store) {
     const PropertyList state{file_.read()};
     checkedUntil_ = dateInState(state, kCheckedUntilKey);
+    begunAt_ = dateInState(state, kBegunAtKey);
     const PropertyList* given = state.find(kGivenKey);
     const auto* moments = given ? given->get<PropertyList::Dictionary>() : nullptr;
     if (!moments) return;
@@ -53,9 +55,11 @@ AlertSchedule::AlertSchedule(const std::string& store) : file_(kFileName, store)
 }
 
 std::vector<GTask*> AlertSchedule::take(ManagedObjectContext& context, Date now) {
-    const Date lookedAt = checkedUntil_ ? std::min(*checkedUntil_, now) - kLookBack : now;
+    begunAt_ = std::min(begunAt_.value_or(now), now);
+    const Date checked = std::min(checkedUntil_.value_or(now), now);
     checkedUntil_ = now;
-    std::vector<GTask*> tasks = tasksWithAlertsBetween(context, std::max(lookedAt, now - kLongestDelay), now);
+    const Date after = std::max({*begunAt_, checked - kLookBack, now - kLongestDelay});
+    std::vector<GTask*> tasks = tasksWithAlertsBetween(context, after, now);
     std::erase_if(tasks, [this](const GTask* task) { return isGiven(*task); });
     for (const GTask* task : tasks) given_[uriOf(*task)] = task->alertDate().value_or(now);
     std::erase_if(given_,
@@ -74,6 +78,7 @@ void AlertSchedule::save() {
     PropertyList::Dictionary given;
     for (const auto& [task, moment] : given_) given[task] = stateOfDate(moment);
     const bool isKept = file_.write({
+        {kBegunAtKey,      stateOfDate(*begunAt_)     },
         {kCheckedUntilKey, stateOfDate(*checkedUntil_)},
         {kGivenKey,        {std::move(given)}         }
     });

@@ -39,7 +39,8 @@ class AlertSchedule {
     void save();
 
     StateFile file_;
-    std::optional<Date> checkedUntil_;   ///< none: no run before this one
+    std::optional<Date> begunAt_;  ///< the first run; none: this one
+    std::optional<Date> checkedUntil_;
     std::optional<Date> savedUntil_;     ///< what the file says; none: not written by this run
     std::map<std::string, Date> given_;  ///< the moment of the last alert given, by object URI
 };
