@@ -48,14 +48,14 @@ struct ClauseWords {
     std::u16string (*found)(const GTask&);
 };
 constexpr ClauseWords kWords[] = {
-    {u"removed ",         "not deleted",              nothingToAdd},
-    {u"name != nil",      "has a title",              title       },
-    {u"name != \"\"",     "the title is not empty",   nothingToAdd},
-    {u"list.removed ",    "the list is not deleted",  placeInWords},
-    {u"list.isIsolated ", "the list is not isolated", placeInWords},
-    {u"completed ",       "not done",                 completion  },
-    {u"hasDueDate ",      "has a due date",           nothingToAdd},
-    {u"dueDate < ",       "due before %@",            dueDate     },
+    {u"removed ",         textKey("not deleted"),              nothingToAdd},
+    {u"name != nil",      textKey("has a title"),              title       },
+    {u"name != \"\"",     textKey("the title is not empty"),   nothingToAdd},
+    {u"list.removed ",    textKey("the list is not deleted"),  placeInWords},
+    {u"list.isIsolated ", textKey("the list is not isolated"), placeInWords},
+    {u"completed ",       textKey("not done"),                 completion  },
+    {u"hasDueDate ",      textKey("has a due date"),           nothingToAdd},
+    {u"dueDate < ",       textKey("due before %@"),            dueDate     },
 };
 
 // A condition that has no words yet is told in the query language.
@@ -123,11 +123,12 @@ Explanation explanationOf(const GTask& task, WidgetHost& host) {
 
 std::u16string textOfClause(const ExplainedClause& clause) {
     if (clause.found.empty()) {
-        return stringWithFormat(localizedString(clause.isFulfilled ? "%@: yes" : "%@: no"),
+        return stringWithFormat(localizedString(clause.isFulfilled ? textKey("%@: yes") : textKey("%@: no")),
                                 {clause.condition});
     }
-    return stringWithFormat(localizedString(clause.isFulfilled ? "%1$@: yes, %2$@" : "%1$@: no, %2$@"),
-                            {clause.condition, clause.found});
+    return stringWithFormat(
+        localizedString(clause.isFulfilled ? textKey("%1$@: yes, %2$@") : textKey("%1$@: no, %2$@")),
+        {clause.condition, clause.found});
 }
 
 std::u16string conclusionOf(const Explanation& explanation) {
