@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
@@ -36,18 +37,17 @@ void addAccount(Program& program, const AccountOptions& options) {
     account.setName(name);
     account.setIsDefault(isFirst);
     program.save();
-    printChangedAccount(program, account, "Added the account " + quotedName(account.name()));
+    printChangedAccount(program, account, translated("Added the account %@", quotedName(account.name())));
 }
 
 std::string countedLists(const GUser& account) {
-    const std::size_t count = account.orderedLists().size();
-    return count == 1 ? "1 list" : std::to_string(count) + " lists";
+    return translatedCount("1 list", "%d lists", account.orderedLists().size());
 }
 
 std::string kindOf(const GUser& account) {
-    if (account.accountType() == kLocalAccountType) return "on this device";
-    if (account.accountType() == kUnlistedAccountType) return "unlisted";
-    return "server account";
+    if (account.accountType() == kLocalAccountType) return translated("on this device");
+    if (account.accountType() == kUnlistedAccountType) return translated("unlisted");
+    return translated("server account");
 }
 
 void showAccounts(Program& program, const AccountOptions&) {
@@ -57,14 +57,13 @@ void showAccounts(Program& program, const AccountOptions&) {
     std::string lines;
     std::size_t number = 0;
     for (const GUser* account : accountsInOrder(data.viewContext())) {
-        lines += std::to_string(++number) + " " +
-                 (account->name() && !account->name()->empty() ? shownText(*account->name()) : "(untitled)") +
-                 "  " + kindOf(*account) + ", " + countedLists(*account) +
-                 (account == defaultOne ? ", default" : "") + "\n";
+        std::vector<std::string> facts = {kindOf(*account), countedLists(*account)};
+        if (account == defaultOne) facts.push_back(translated("default"));
+        lines += std::to_string(++number) + " " + shownName(account->name()) + "  " + joined(facts) + "\n";
         json.push_back(accountJson(*account));
     }
     if (program.options.json) return program.printData(jsonText(json));
-    program.print(lines.empty() ? "No accounts.\n" : lines);
+    program.print(lines.empty() ? translated("No accounts.") + "\n" : lines);
 }
 
 void renameAccount(Program& program, const AccountOptions& options) {
@@ -72,12 +71,14 @@ void renameAccount(Program& program, const AccountOptions& options) {
     const std::string before = quotedName(account.name());
     account.setName(titleFromArgument(options.name));
     program.save();
-    printChangedAccount(program, account, "Renamed " + before + " to " + quotedName(account.name()));
+    printChangedAccount(program, account,
+                        translated("Renamed %1$@ to %2$@", before, quotedName(account.name())));
 }
 
 void refuseUnlisted(const GUser& account) {
     if (account.accountType() == kUnlistedAccountType) {
-        throw CommandFailure("the account " + quotedName(account.name()) + " is unlisted and stays as it is");
+        throw CommandFailure(
+            translated("the account %@ is unlisted and stays as it is", quotedName(account.name())));
     }
 }
 
@@ -87,7 +88,8 @@ void makeDefault(Program& program, const AccountOptions& options) {
     refuseUnlisted(account);
     for (GUser* other : orderedAccounts(data.viewContext())) other->setIsDefault(other == &account);
     program.save();
-    printChangedAccount(program, account, quotedName(account.name()) + " is the default account");
+    printChangedAccount(program, account,
+                        translated("%@ is the default account", quotedName(account.name())));
 }
 
 // The model clears the name along with the credential; what stays on the device keeps what its owner calls
@@ -106,13 +108,23 @@ void makeAccountLocal(Program& program, const AccountOptions& options) {
     refuseUnlisted(account);
     makeLocal(data, account);
     program.save();
-    printChangedAccount(program, account, quotedName(account.name()) + " is kept on this device only");
+    printChangedAccount(program, account,
+                        translated("%@ is kept on this device only", quotedName(account.name())));
 }
 
 std::size_t countOfTasks(const GUser& account) {
     std::size_t count = 0;
     for (const GList* list : account.orderedLists()) count += list->orderedAllTasks().size();
     return count;
+}
+
+const char* sentenceOfDeletion(bool isLast, bool isDryRun) {
+    if (isLast && isDryRun) {
+        return textKey("%1$@ would stay, as the only account, on this device with %2$@");
+    }
+    if (isLast) return textKey("%1$@ stays, as the only account, on this device with %2$@");
+    return isDryRun ? textKey("Would delete the account %1$@ with %2$@")
+                    : textKey("Deleted the account %1$@ with %2$@");
 }
 
 // The last account is never deleted: the model makes it local instead.
@@ -123,24 +135,20 @@ void deleteAccount(Program& program, const AccountOptions& options) {
     if (isLast) refuseUnlisted(account);
     const std::string name = quotedName(account.name());
     const Json json = accountJson(account);
-    const std::string contents = countedLists(account) + " and " + countedTasks(countOfTasks(account));
+    const std::string contents =
+        translated("%1$@ and %2$@", countedLists(account), countedTasks(countOfTasks(account)));
     if (!options.dryRun) {
         account.deleteAccount();
         program.save();
     }
     if (program.options.json) return program.printData(jsonText(json));
-    if (isLast) {
-        return program.printLine(name + (options.dryRun ? " would stay" : " stays") +
-                                 ", as the only account, on this device with " + contents);
-    }
-    program.printLine((options.dryRun ? "Would delete the account " : "Deleted the account ") + name +
-                      " with " + contents);
+    program.printLine(translated(sentenceOfDeletion(isLast, options.dryRun), name, contents));
 }
 
 using Action = void (*)(Program&, const AccountOptions&);
 using OptionAdder = std::function<void(CLI::App&, AccountOptions&)>;
 
-void addVerb(CLI::App& noun, Program& program, const char* verb, const char* help, Action action,
+void addVerb(CLI::App& noun, Program& program, const char* verb, const std::string& help, Action action,
              const OptionAdder& addOptions) {
     const auto options = std::make_shared<AccountOptions>();
     CLI::App& command = *noun.add_subcommand(verb, help);
@@ -150,39 +158,41 @@ void addVerb(CLI::App& noun, Program& program, const char* verb, const char* hel
 
 void addAccountArgument(CLI::App& command, AccountOptions& options) {
     command
-        .add_option("ACCOUNT", options.account, "An account: name, number of \"account list\" or identifier")
+        .add_option("ACCOUNT", options.account,
+                    translated("An account: name, number of \"account list\" or identifier"))
         ->required();
 }
 
 void addNameArgument(CLI::App& command, AccountOptions& options) {
-    command.add_option("NAME", options.name, "Its name")->required();
+    command.add_option("NAME", options.name, translated("Its name"))->required();
 }
 
 }  // namespace
 
 void addAccountCommands(CLI::App& app, Program& program) {
-    CLI::App& noun = *app.add_subcommand("account", "Add, show and change accounts");
+    CLI::App& noun = *app.add_subcommand("account", translated("Add, show and change accounts"));
     noun.require_subcommand(1);
-    addVerb(noun, program, "add", "Add an account on this device", addAccount,
+    addVerb(noun, program, "add", translated("Add an account on this device"), addAccount,
             [](CLI::App& command, AccountOptions& options) {
                 addNameArgument(command, options);
-                command.add_option("--position", options.position, "From 1, else at the end")
+                command.add_option("--position", options.position, translated("From 1, else at the end"))
                     ->check(CLI::Range(1, 32'768));
             });
-    addVerb(noun, program, "list", "Show the accounts and number them", showAccounts,
+    addVerb(noun, program, "list", translated("Show the accounts and number them"), showAccounts,
             [](CLI::App&, AccountOptions&) {});
-    addVerb(noun, program, "rename", "Rename an account", renameAccount,
+    addVerb(noun, program, "rename", translated("Rename an account"), renameAccount,
             [](CLI::App& command, AccountOptions& options) {
                 addAccountArgument(command, options);
                 addNameArgument(command, options);
             });
-    addVerb(noun, program, "default", "Make an account the default", makeDefault, addAccountArgument);
-    addVerb(noun, program, "local", "Keep an account on this device only, without its server",
+    addVerb(noun, program, "default", translated("Make an account the default"), makeDefault,
+            addAccountArgument);
+    addVerb(noun, program, "local", translated("Keep an account on this device only, without its server"),
             makeAccountLocal, addAccountArgument);
-    addVerb(noun, program, "delete", "Delete an account with its lists and tasks", deleteAccount,
+    addVerb(noun, program, "delete", translated("Delete an account with its lists and tasks"), deleteAccount,
             [](CLI::App& command, AccountOptions& options) {
                 addAccountArgument(command, options);
-                command.add_flag("--dry-run", options.dryRun, "Only say what would go");
+                command.add_flag("--dry-run", options.dryRun, translated("Only say what would go"));
             });
 }
 

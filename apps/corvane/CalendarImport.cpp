@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/TaskImport.h"
 #include "dates/RepeatArithmetic.h"
 #include "platform/foundation/Calendar.h"
@@ -116,7 +117,7 @@ class CalendarReader {
         ImportedTask task;
         task.name = readableText(textOf(icalcomponent_get_summary(todo)));
         if (task.name.empty()) {
-            import_.problems.emplace_back("a to-do without a summary was left out");
+            import_.problems.push_back(translated("a to-do without a summary was left out"));
             return;
         }
         task.notes = readableText(textOf(icalcomponent_get_description(todo)));
@@ -152,7 +153,7 @@ class CalendarReader {
         if (repeat && task.dueDate) {
             task.repeat = *repeat;
         } else {
-            import_.problems.emplace_back("a repeat rule was left out: it has no counterpart here");
+            import_.problems.push_back(translated("a repeat rule was left out: it has no counterpart here"));
         }
     }
 
@@ -190,7 +191,7 @@ class CalendarReader {
 ImportResult importFromCalendar(std::string_view calendar) {
     icalerror_set_errors_are_fatal(0);
     const Component root(icalparser_parse_string(std::string(calendar).c_str()));
-    if (!root) return std::string("the file is no calendar that can be read");
+    if (!root) return translated("the file is no calendar that can be read");
     return CalendarReader().read(root.get());
 }
 

@@ -2,29 +2,47 @@
 
 #include <algorithm>
 #include <array>
+#include <clocale>
 #include <cstdio>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
+#include "apps/corvane/ParserTexts.h"
 #include "apps/corvane/TerminalText.h"
 #include "platform/foundation/Environment.h"
 
 namespace corvane {
 namespace {
 
+// Commands below take these over when they are added.
+void translateHelp(CLI::App& app) {
+    CLI::FormatterBase& formatter = *app.get_formatter();
+    formatter.label("Usage", translated("Usage"));
+    formatter.label("OPTIONS", translated("OPTIONS"));
+    formatter.label("SUBCOMMAND", translated("SUBCOMMAND"));
+    formatter.label("Positionals", translated("Positionals"));
+    formatter.label("REQUIRED", translated("REQUIRED"));
+    formatter.label("Needs", translated("Needs"));
+    formatter.label("Excludes", translated("Excludes"));
+    app.option_defaults()->group(translated("Options"));
+    app.group(translated("Subcommands"));
+}
+
 void addGlobalOptions(CLI::App& app, Program& program) {
     app.add_option("--container", program.options.environment.container,
-                   "The folder of the store, else $CORVANE_CONTAINER")
+                   translated("The folder of the store, else $CORVANE_CONTAINER"))
         ->type_name("DIR");
     app.add_option("--now", program.options.environment.now,
-                   "Stands in for the clock, like 2024-03-05T12:00:00Z")
+                   translated("Stands in for the clock, like 2024-03-05T12:00:00Z"))
         ->type_name("TIME");
-    app.add_flag("--json", program.options.json, "Print data as JSON");
-    app.set_version_flag("--version", "corvane " CORVANE_VERSION, "Print the version and exit");
-    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.add_flag("--json", program.options.json, translated("Print data as JSON"));
+    app.set_version_flag("--version", "corvane " CORVANE_VERSION, translated("Print the version and exit"));
+    app.set_help_flag("-h,--help", translated("Print this help and exit"));
 }
 
 struct Nouns {
@@ -83,17 +101,36 @@ std::string nameOf(const CLI::App& command) {
 std::string reason(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App& command = innermostCommand(app);
     const bool needsCommand = command.get_require_subcommand_min() > 0 && command.get_subcommands().empty();
-    if (!needsCommand || error.get_name() != "RequiredError") return error.what();
+    if (!needsCommand || error.get_name() != "RequiredError")
+        return translatedReason(error.get_name(), error.what());
     constexpr bool kOfEveryLevel = true;
     const std::vector<std::string> rest = app.remaining(kOfEveryLevel);
-    const std::string help = "; see " + nameOf(command) + " --help";
-    return (rest.empty() ? "a command is missing" : "there is no command \"" + rest.front() + "\"") + help;
+    if (rest.empty()) return translated("a command is missing; see %@ --help", nameOf(command));
+    return translated("there is no command \"%1$@\"; see %2$@ --help", rest.front(), nameOf(command));
 }
 
-int parseFailure(const CLI::App& app, const CLI::ParseError& error) {
-    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) return app.exit(error);
-    say(reason(app, error));
-    return kUsage;
+// Asking for help or the version ends the parsing as well.
+int parseFailure(Program& program, const CLI::App& app, const CLI::ParseError& error) {
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
+        say(reason(app, error));
+        return kUsage;
+    }
+    std::ostringstream output;
+    app.exit(error, output, output);
+    program.print(output.str());
+    program.flush();
+    return kDone;
+}
+
+int parsed(Program& program, CLI::App& app, int argumentCount, const char* const* arguments) {
+    try {
+        app.parse(argumentCount, arguments);
+    } catch (const CLI::ParseError& error) {
+        return parseFailure(program, app, error);
+    }
+    Environment::current().mainQueue->drain();
+    program.flush();
+    return program.exitCode;
 }
 
 }  // namespace
@@ -106,13 +143,15 @@ void say(std::string_view message) {
 }
 
 void addCommandLine(CLI::App& app, Program& program, int argumentCount, const char* const* arguments) {
+    translateHelp(app);
     addGlobalOptions(app, program);
     addCommands(app, program, namedNouns(argumentCount, arguments));
 }
 
 int runCommandLine(int argumentCount, const char* const* arguments) {
+    std::setlocale(LC_ALL, "");  // descriptions are translated before any option is read
     Program program;
-    CLI::App app("The today widget and the task store in the terminal.", "corvane");
+    CLI::App app(translated("The today widget and the task store in the terminal."), "corvane");
     addCommandLine(app, program, argumentCount, arguments);
     // Options are in force before the first command runs, wherever they stand.
     app.parse_complete_callback([&program] {
@@ -121,12 +160,7 @@ int runCommandLine(int argumentCount, const char* const* arguments) {
         }
     });
     try {
-        app.parse(argumentCount, arguments);
-        Environment::current().mainQueue->drain();
-        program.flush();
-        return program.exitCode;
-    } catch (const CLI::ParseError& error) {
-        return parseFailure(app, error);
+        return parsed(program, app, argumentCount, arguments);
     } catch (const CommandFailure& failure) {
         std::fflush(stdout);
         say(failure.what());

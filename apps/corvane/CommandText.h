@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
@@ -34,5 +35,8 @@ std::string translatedCount(const char* one, const char* several, std::integral 
                             const Arguments&... arguments) {
     return count == 1 ? translated(one, arguments...) : translated(several, count, arguments...);
 }
+
+/// "Milk, bread", as the user's language separates words.
+std::string joined(const std::vector<std::string>& words);
 
 }  // namespace corvane

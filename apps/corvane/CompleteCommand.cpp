@@ -15,6 +15,7 @@
 
 #include "apps/corvane/CommandLine.h"
 #include "apps/corvane/CommandPlace.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TerminalText.h"
 #include "apps/host/DateWords.h"
@@ -232,8 +233,9 @@ void complete(Program& program, const std::vector<std::string>& words) {
 void addCompleteCommand(CLI::App& app, Program& program) {
     constexpr const char* kHidden = "";
     const auto words = std::make_shared<std::vector<std::string>>();
-    CLI::App& command = *app.add_subcommand("complete", "Complete a command line")->group(kHidden);
-    command.add_option("WORD", *words, "The words of the line, the last one to be completed");
+    CLI::App& command =
+        *app.add_subcommand("complete", translated("Complete a command line"))->group(kHidden);
+    command.add_option("WORD", *words, translated("The words of the line, the last one to be completed"));
     command.callback([&program, words] { complete(program, *words); });
 }
 

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "model/CorvaneUserDefaults.h"
 #include "queries/TaskFilters.h"
 
@@ -39,7 +40,7 @@ Setting settingWithKey(const std::string& key) {
     for (Setting& setting : settings()) {
         if (setting.key == key) return setting;
     }
-    throw CommandFailure("there is no setting \"" + key + "\"; corvane config lists them", kUsage);
+    throw CommandFailure(translated("there is no setting \"%@\"; corvane config lists them", key), kUsage);
 }
 
 std::string valueText(const Setting& setting) {
@@ -60,15 +61,15 @@ std::optional<bool> flagFromText(std::string_view text) {
 PropertyList valueFromText(const Setting& setting, const std::string& text) {
     if (setting.isFlag) {
         if (const auto flag = flagFromText(text)) return {*flag};
-        throw CommandFailure(setting.key + " takes yes or no, not \"" + text + "\"", kUsage);
+        throw CommandFailure(translated("%1$@ takes yes or no, not \"%2$@\"", setting.key, text), kUsage);
     }
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool isWhole = error == std::errc() && end == text.data() + text.size();
     if (isWhole && number >= 0 && number <= setting.largest) return {number};
-    throw CommandFailure(setting.key + " takes a number from 0 to " + std::to_string(setting.largest) +
-                             ", not \"" + text + "\"",
-                         kUsage);
+    throw CommandFailure(
+        translated("%1$@ takes a number from 0 to %2$d, not \"%3$@\"", setting.key, setting.largest, text),
+        kUsage);
 }
 
 nlohmann::json valueJson(const Setting& setting) {
@@ -95,18 +96,18 @@ struct ConfigOptions {
 
 void runConfig(Program& program, const ConfigOptions& options) {
     if (options.key.empty()) {
-        if (options.unset) throw CommandFailure("--unset takes the key of a setting", kUsage);
+        if (options.unset) throw CommandFailure(translated("--unset takes the key of a setting"), kUsage);
         return printSettings(program, settings());
     }
     const Setting setting = settingWithKey(options.key);
     if (options.unset && !options.value.empty()) {
-        throw CommandFailure("a value and --unset exclude each other", kUsage);
+        throw CommandFailure(translated("a value and --unset exclude each other"), kUsage);
     }
     if (options.value.empty() && !options.unset) return printSettings(program, {setting});
     const bool written =
         options.unset ? corvaneUserDefaults().removeObjectForKey(setting.key)
                       : corvaneUserDefaults().setObject(setting.key, valueFromText(setting, options.value));
-    if (!written) throw CommandFailure("the settings could not be written");
+    if (!written) throw CommandFailure(translated("the settings could not be written"));
 }
 
 }  // namespace
@@ -119,10 +120,11 @@ std::vector<std::string> settingKeys() {
 
 void addConfigCommand(CLI::App& app, Program& program) {
     const auto options = std::make_shared<ConfigOptions>();
-    CLI::App& command = *app.add_subcommand("config", "List, show and change the shared settings");
-    command.add_option("key", options->key, "A setting");
-    command.add_option("value", options->value, "What to set it to");
-    command.add_flag("--unset", options->unset, "Go back to the default");
+    CLI::App& command =
+        *app.add_subcommand("config", translated("List, show and change the shared settings"));
+    command.add_option("key", options->key, translated("A setting"));
+    command.add_option("value", options->value, translated("What to set it to"));
+    command.add_flag("--unset", options->unset, translated("Go back to the default"));
     command.callback([&program, options] { runConfig(program, *options); });
 }
 

@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/NewPlaces.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskImport.h"
@@ -29,7 +30,7 @@ struct ExportOptions {
 };
 
 std::u16string pageAround(const std::u16string& fragment, const std::u16string& title) {
-    const std::u16string name = gtm_stringByEscapingForHTML(title.empty() ? std::u16string(u"Tasks") : title);
+    const std::u16string name = gtm_stringByEscapingForHTML(title.empty() ? localizedString("Tasks") : title);
     return u"<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>" + name +
            u"</title>\n</head>\n<body>\n" + fragment + u"\n</body>\n</html>\n";
 }
@@ -53,7 +54,9 @@ void runExport(Program& program, const ExportOptions& options) {
     if (options.output.empty() || options.output == "-") return program.printData(withoutLastLineFeed(text));
     const std::error_code error = writeFileAtomically(
         options.output, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
-    if (error) throw CommandFailure("\"" + options.output + "\" could not be written: " + error.message());
+    if (error)
+        throw CommandFailure(
+            translated("\"%1$@\" could not be written: %2$@", options.output, error.message()));
 }
 
 struct ImportOptions {
@@ -70,9 +73,10 @@ std::string contentsOfStandardInput() {
     char piece[4096];
     while (const std::size_t count = std::fread(piece, 1, sizeof piece, stdin)) {
         text.append(piece, count);
-        if (text.size() > kLargestImport) throw CommandFailure("standard input is too large to import");
+        if (text.size() > kLargestImport)
+            throw CommandFailure(translated("standard input is too large to import"));
     }
-    if (std::ferror(stdin)) throw CommandFailure("standard input could not be read");
+    if (std::ferror(stdin)) throw CommandFailure(translated("standard input could not be read"));
     return text;
 }
 
@@ -80,7 +84,7 @@ std::string contents(const std::string& file) {
     if (file == "-") return contentsOfStandardInput();
     const auto read = contentsOfFile(file, kLargestImport);
     if (const auto* error = std::get_if<std::error_code>(&read)) {
-        throw CommandFailure("\"" + file + "\" could not be read: " + error->message());
+        throw CommandFailure(translated("\"%1$@\" could not be read: %2$@", file, error->message()));
     }
     const auto& bytes = std::get<std::vector<std::uint8_t>>(read);
     return std::string(bytes.begin(), bytes.end());
@@ -114,7 +118,7 @@ void addToStore(Program& program, const Import& import, const ImportOptions& opt
     for (const ImportedList& list : import.lists) {
         if (list.tasks.empty()) continue;
         if (!addImportedTasks(listForImport(data, account, list, options), list.tasks)) {
-            throw CommandFailure("a list cannot hold so many tasks; nothing was imported");
+            throw CommandFailure(translated("a list cannot hold so many tasks; nothing was imported"));
         }
     }
     program.save();
@@ -123,38 +127,38 @@ void addToStore(Program& program, const Import& import, const ImportOptions& opt
 void runImport(Program& program, const ImportOptions& options) {
     const ImportResult result = importFromData(contents(options.file));
     if (const auto* problem = std::get_if<std::string>(&result)) {
-        throw CommandFailure("\"" + options.file + "\": " + *problem);
+        throw CommandFailure(translated("\"%1$@\": %2$@", options.file, *problem));
     }
     const Import& import = std::get<Import>(result);
     for (const std::string& problem : import.problems) say(problem);
-    const auto count = static_cast<std::int64_t>(import.taskCount());
+    const std::size_t count = import.taskCount();
     if (!options.dryRun) addToStore(program, import, options);
-    program.printLine(
-        utf8FromText(stringWithFormat(options.dryRun ? localizedString("%d tasks would be imported.", count)
-                                                     : localizedString("%d tasks imported.", count),
-                                      {count})));
+    program.printLine(options.dryRun
+                          ? translatedCount("1 task would be imported.", "%d tasks would be imported.", count)
+                          : translatedCount("1 task imported.", "%d tasks imported.", count));
 }
 
 void addExport(CLI::App& app, Program& program) {
     const auto options = std::make_shared<ExportOptions>();
-    CLI::App& command = *app.add_subcommand("export", "Write tasks as text or HTML");
+    CLI::App& command = *app.add_subcommand("export", translated("Write tasks as text or HTML"));
     addTaskQueryOptions(command, options->query);
-    command.add_option("--title", options->title, "A heading");
-    command.add_flag("--tree", options->tree, "Show the tree of subtasks");
-    CLI::Option* html = command.add_flag("--html", options->html, "An HTML fragment");
-    command.add_flag("--page", options->page, "A complete HTML page")->excludes(html);
-    command.add_option("--output", options->output, "A file, written whole or not at all")->type_name("FILE");
+    command.add_option("--title", options->title, translated("A heading"));
+    command.add_flag("--tree", options->tree, translated("Show the tree of subtasks"));
+    CLI::Option* html = command.add_flag("--html", options->html, translated("An HTML fragment"));
+    command.add_flag("--page", options->page, translated("A complete HTML page"))->excludes(html);
+    command.add_option("--output", options->output, translated("A file, written whole or not at all"))
+        ->type_name("FILE");
     command.callback([&program, options] { runExport(program, *options); });
 }
 
 void addImport(CLI::App& app, Program& program) {
     const auto options = std::make_shared<ImportOptions>();
     CLI::App& command = *app.add_subcommand(
-        "import", "Take tasks from plain text, Google Tasks' Takeout JSON or iCalendar to-dos");
-    command.add_option("file", options->file, "The file; - is standard input")->required();
-    command.add_option("--list", options->list, "The list that takes all tasks");
-    command.add_option("--account", options->account, "The account that takes them");
-    command.add_flag("--dry-run", options->dryRun, "Only say what would be imported");
+        "import", translated("Take tasks from plain text, Google Tasks' Takeout JSON or iCalendar to-dos"));
+    command.add_option("file", options->file, translated("The file; - is standard input"))->required();
+    command.add_option("--list", options->list, translated("The list that takes all tasks"));
+    command.add_option("--account", options->account, translated("The account that takes them"));
+    command.add_flag("--dry-run", options->dryRun, translated("Only say what would be imported"));
     command.callback([&program, options] { runImport(program, *options); });
 }
 

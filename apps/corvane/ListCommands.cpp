@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/NewPlaces.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
@@ -29,10 +30,6 @@ struct ListOptions {
 };
 using Options = std::shared_ptr<ListOptions>;
 
-std::string accountSuffix(const GList& list) {
-    return list.user() ? " of " + quotedName(list.user()->name()) : "";
-}
-
 void printChangedList(Program& program, const GList& list, const std::string& sentence) {
     if (program.options.json) return program.printData(jsonText(listJson(list)));
     program.printLine(sentence);
@@ -44,7 +41,7 @@ std::optional<Color> colorFromArgument(const std::string& text) {
     const bool isColor = (digits.size() == 6 || digits.size() == 8) &&
                          digits.find_first_not_of("0123456789abcdefABCDEF") == digits.npos;
     if (!isColor) {
-        throw CommandFailure("\"" + text + "\" is no colour; write it like #1f7a8c, or none", kUsage);
+        throw CommandFailure(translated("\"%@\" is no colour; write it like #1f7a8c, or none", text), kUsage);
     }
     const auto component = [&](std::size_t i) { return std::stoi(digits.substr(i, 2), nullptr, 16) / 255.0; };
     return Color::rgb(component(0), component(2), component(4), digits.size() == 8 ? component(6) : 1);
@@ -60,21 +57,19 @@ void addList(Program& program, const ListOptions& options) {
     if (color) list.setColor(color);
     list.updateLastModified();
     program.save();
-    printChangedList(program, list, "Added the list " + quotedName(list.name()) + accountSuffix(list));
+    printChangedList(program, list, translated("Added the list %@", nameWithAccount(list)));
 }
 
 std::string lineOfList(const GList& list, std::size_t number) {
-    std::string line = std::to_string(number) + " " +
-                       (list.name() && !list.name()->empty() ? shownText(*list.name()) : "(untitled)");
-    if (number < 10) line.insert(0, " ");
+    const std::string place = (number < 10 ? " " : "") + std::to_string(number);
     const auto tasks = list.orderedAllTasks();
     const auto open = std::ranges::count_if(tasks, [](const GTask* task) { return !task->completed(); });
-    line += "  " + std::to_string(open) + " open of " + std::to_string(tasks.size());
-    if (list.isDefault()) line += ", default";
-    if (list.isIsolated()) line += ", isolated";
-    if (list.isReadonly()) line += ", read-only";
-    if (const auto color = list.color()) line += ", " + textOfColor(*color);
-    return line;
+    std::vector<std::string> facts = {translated("%1$d open of %2$d", open, tasks.size())};
+    if (list.isDefault()) facts.push_back(translated("default"));
+    if (list.isIsolated()) facts.push_back(translated("isolated"));
+    if (list.isReadonly()) facts.push_back(translated("read-only"));
+    if (const auto color = list.color()) facts.push_back(textOfColor(*color));
+    return place + " " + shownName(list.name()) + "  " + joined(facts);
 }
 
 void showLists(Program& program, const ListOptions& options) {
@@ -89,13 +84,13 @@ void showLists(Program& program, const ListOptions& options) {
         if (chosen && list->user() != chosen) continue;
         if (list->user() != account) {
             account = list->user();
-            lines += (account->name() ? shownText(*account->name()) : "(untitled)") + "\n";
+            lines += shownName(account ? account->name() : std::nullopt) + "\n";
         }
         lines += lineOfList(*list, number) + "\n";
         json.push_back(listJson(*list));
     }
     if (program.options.json) return program.printData(jsonText(json));
-    program.print(lines.empty() ? "No lists.\n" : lines);
+    program.print(lines.empty() ? translated("No lists.") + "\n" : lines);
 }
 
 void renameList(Program& program, const ListOptions& options) {
@@ -106,7 +101,7 @@ void renameList(Program& program, const ListOptions& options) {
     list.setUserChangedName(true);
     list.updateLastModified();
     program.save();
-    printChangedList(program, list, "Renamed " + before + " to " + quotedName(list.name()));
+    printChangedList(program, list, translated("Renamed %1$@ to %2$@", before, quotedName(list.name())));
 }
 
 void setListColor(Program& program, const ListOptions& options) {
@@ -115,29 +110,45 @@ void setListColor(Program& program, const ListOptions& options) {
     list.setColor(color);
     list.updateLastModified();
     program.save();
-    printChangedList(
-        program, list,
-        quotedName(list.name()) + (color ? " has the colour " + textOfColor(*color) : " has no colour"));
+    const std::string name = quotedName(list.name());
+    printChangedList(program, list,
+                     color ? translated("%1$@ has the colour %2$@", name, textOfColor(*color))
+                           : translated("%@ has no colour", name));
+}
+
+std::string sentenceOfDefault(const GList& list) {
+    const std::string name = quotedName(list.name());
+    if (!list.user()) return translated("%@ is the default list", name);
+    return translated("%1$@ is the default list of %2$@", name, quotedName(list.user()->name()));
 }
 
 void makeDefault(Program& program, const ListOptions& options) {
     GList& list = listNamed(program.store(), options.list);
     list.setAsDefault(true);
     program.save();
-    printChangedList(program, list, quotedName(list.name()) + " is the default list" + accountSuffix(list));
+    printChangedList(program, list, sentenceOfDefault(list));
 }
 
 void moveList(Program& program, const ListOptions& options) {
     GList& list = listNamed(program.store(), options.list);
     list.moveListToDisplayOrder(options.position - 1);
     program.save();
-    printChangedList(program, list, "Moved " + quotedName(list.name()));
+    printChangedList(program, list, translated("Moved %@", quotedName(list.name())));
+}
+
+std::string sentenceOfDeletion(const std::string& name, std::size_t tasks, bool isDryRun) {
+    if (tasks == 0)
+        return isDryRun ? translated("Would delete the list %@", name)
+                        : translated("Deleted the list %@", name);
+    return translated(isDryRun ? textKey("Would delete the list %1$@ with %2$@")
+                               : textKey("Deleted the list %1$@ with %2$@"),
+                      name, countedTasks(tasks));
 }
 
 void deleteList(Program& program, const ListOptions& options) {
     GList& list = listNamed(program.store(), options.list);
     refuseReadonly(list);
-    const std::string name = quotedName(list.name()) + accountSuffix(list);
+    const std::string name = nameWithAccount(list);
     const std::size_t count = list.orderedAllTasks().size();
     const Json json = listJson(list);
     if (!options.dryRun) {
@@ -145,8 +156,7 @@ void deleteList(Program& program, const ListOptions& options) {
         program.save();
     }
     if (program.options.json) return program.printData(jsonText(json));
-    program.printLine((options.dryRun ? "Would delete the list " : "Deleted the list ") + name +
-                      (count == 0 ? "" : " with " + countedTasks(count)));
+    program.printLine(sentenceOfDeletion(name, count, options.dryRun));
 }
 
 void clearCompleted(Program& program, const ListOptions& options) {
@@ -168,8 +178,10 @@ void clearCompleted(Program& program, const ListOptions& options) {
         return program.printData(jsonText(Json{
             {"deleted", count}
         }));
-    program.printLine((options.dryRun ? "Would delete " : "Deleted ") +
-                      (count == 1 ? "1 completed task" : std::to_string(count) + " completed tasks"));
+    program.printLine(
+        options.dryRun
+            ? translatedCount("Would delete 1 completed task", "Would delete %d completed tasks", count)
+            : translatedCount("Deleted 1 completed task", "Deleted %d completed tasks", count));
 }
 
 void isolateList(Program& program, const ListOptions& options) {
@@ -178,8 +190,9 @@ void isolateList(Program& program, const ListOptions& options) {
     list.updateLastModified();
     program.save();
     printChangedList(program, list,
-                     quotedName(list.name()) + (options.isOff ? " takes part in all views"
-                                                              : " is kept out of today and other views"));
+                     translated(options.isOff ? textKey("%@ takes part in all views")
+                                              : textKey("%@ is kept out of today and other views"),
+                                quotedName(list.name())));
 }
 
 void orderList(Program& program, const ListOptions& options) {
@@ -189,13 +202,14 @@ void orderList(Program& program, const ListOptions& options) {
     list.setTasksOrder(static_cast<std::int16_t>(found - names.begin()));
     list.updateLastModified();
     program.save();
-    printChangedList(program, list,
-                     "The tasks of " + quotedName(list.name()) + " are ordered: " + options.value);
+    printChangedList(
+        program, list,
+        translated("The tasks of %1$@ are ordered: %2$@", quotedName(list.name()), options.value));
 }
 
 using Action = void (*)(Program&, const ListOptions&);
 
-CLI::App& addVerb(CLI::App& noun, Program& program, const char* verb, const char* help, Action action,
+CLI::App& addVerb(CLI::App& noun, Program& program, const char* verb, const std::string& help, Action action,
                   const std::function<void(CLI::App&, ListOptions&)>& addOptions) {
     const auto options = std::make_shared<ListOptions>();
     CLI::App& command = *noun.add_subcommand(verb, help);
@@ -205,50 +219,52 @@ CLI::App& addVerb(CLI::App& noun, Program& program, const char* verb, const char
 }
 
 void addListArgument(CLI::App& command, ListOptions& options) {
-    command.add_option("LIST", options.list, "A list: name, number of \"list list\" or identifier")
+    command
+        .add_option("LIST", options.list, translated("A list: name, number of \"list list\" or identifier"))
         ->required();
 }
 
 void addAccountOption(CLI::App& command, ListOptions& options) {
-    command.add_option("--account", options.account, "An account")->option_text("ACCOUNT");
+    command.add_option("--account", options.account, translated("An account"))->option_text("ACCOUNT");
 }
 
 void addDryRun(CLI::App& command, ListOptions& options) {
-    command.add_flag("--dry-run", options.dryRun, "Only say what would go");
+    command.add_flag("--dry-run", options.dryRun, translated("Only say what would go"));
 }
 
 void addNewListVerb(CLI::App& noun, Program& program) {
-    addVerb(noun, program, "add", "Add a list", addList, [](CLI::App& command, ListOptions& options) {
-        command.add_option("NAME", options.value, "Its name")->required();
-        addAccountOption(command, options);
-        command.add_option("--color", options.color, "Like #1f7a8c")->option_text("COLOR");
-        command.add_option("--position", options.position, "From 1, else at the end")
-            ->check(CLI::Range(1, 32'768));
-    });
+    addVerb(
+        noun, program, "add", translated("Add a list"), addList, [](CLI::App& command, ListOptions& options) {
+            command.add_option("NAME", options.value, translated("Its name"))->required();
+            addAccountOption(command, options);
+            command.add_option("--color", options.color, translated("Like #1f7a8c"))->option_text("COLOR");
+            command.add_option("--position", options.position, translated("From 1, else at the end"))
+                ->check(CLI::Range(1, 32'768));
+        });
 }
 
 void addValueVerbs(CLI::App& noun, Program& program) {
-    addVerb(noun, program, "rename", "Rename a list", renameList,
+    addVerb(noun, program, "rename", translated("Rename a list"), renameList,
             [](CLI::App& command, ListOptions& options) {
                 addListArgument(command, options);
-                command.add_option("NAME", options.value, "The new name")->required();
+                command.add_option("NAME", options.value, translated("The new name"))->required();
             });
-    addVerb(noun, program, "color", "Give a list a colour", setListColor,
+    addVerb(noun, program, "color", translated("Give a list a colour"), setListColor,
             [](CLI::App& command, ListOptions& options) {
                 addListArgument(command, options);
-                command.add_option("COLOR", options.value, "Like #1f7a8c, or none")->required();
+                command.add_option("COLOR", options.value, translated("Like #1f7a8c, or none"))->required();
             });
-    addVerb(noun, program, "move", "Move a list among those of its account", moveList,
+    addVerb(noun, program, "move", translated("Move a list among those of its account"), moveList,
             [](CLI::App& command, ListOptions& options) {
                 addListArgument(command, options);
-                command.add_option("POSITION", options.position, "From 1")
+                command.add_option("POSITION", options.position, translated("From 1"))
                     ->required()
                     ->check(CLI::Range(1, 32'768));
             });
-    addVerb(noun, program, "order", "Choose how a list's tasks are ordered", orderList,
+    addVerb(noun, program, "order", translated("Choose how a list's tasks are ordered"), orderList,
             [](CLI::App& command, ListOptions& options) {
                 addListArgument(command, options);
-                command.add_option("ORDER", options.value, "manual, priority or due")
+                command.add_option("ORDER", options.value, translated("manual, priority or due"))
                     ->required()
                     ->check(CLI::IsMember(std::vector<std::string>{"manual", "priority", "due"}));
             });
@@ -257,25 +273,27 @@ void addValueVerbs(CLI::App& noun, Program& program) {
 }  // namespace
 
 void addListCommands(CLI::App& app, Program& program) {
-    CLI::App& noun = *app.add_subcommand("list", "Add, show and change task lists");
+    CLI::App& noun = *app.add_subcommand("list", translated("Add, show and change task lists"));
     noun.require_subcommand(1);
     addNewListVerb(noun, program);
-    addVerb(noun, program, "list", "Show the lists and number them", showLists, addAccountOption);
+    addVerb(noun, program, "list", translated("Show the lists and number them"), showLists, addAccountOption);
     addValueVerbs(noun, program);
-    addVerb(noun, program, "default", "Make a list its account's default", makeDefault, addListArgument);
-    addVerb(noun, program, "isolate", "Keep a list out of today and other views", isolateList,
+    addVerb(noun, program, "default", translated("Make a list its account's default"), makeDefault,
+            addListArgument);
+    addVerb(noun, program, "isolate", translated("Keep a list out of today and other views"), isolateList,
             [](CLI::App& command, ListOptions& options) {
                 addListArgument(command, options);
-                command.add_flag("--off", options.isOff, "Let it take part again");
+                command.add_flag("--off", options.isOff, translated("Let it take part again"));
             });
-    addVerb(noun, program, "delete", "Delete a list with its tasks", deleteList,
+    addVerb(noun, program, "delete", translated("Delete a list with its tasks"), deleteList,
             [](CLI::App& command, ListOptions& options) {
                 addListArgument(command, options);
                 addDryRun(command, options);
             });
-    addVerb(noun, program, "clear-completed", "Delete the completed tasks of a list, or of all lists",
-            clearCompleted, [](CLI::App& command, ListOptions& options) {
-                command.add_option("LIST", options.list, "A list");
+    addVerb(noun, program, "clear-completed",
+            translated("Delete the completed tasks of a list, or of all lists"), clearCompleted,
+            [](CLI::App& command, ListOptions& options) {
+                command.add_option("LIST", options.list, translated("A list"));
                 addDryRun(command, options);
             });
 }

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/host/Places.h"
 #include "model/Accounts.h"
@@ -42,18 +43,20 @@ NewPlace placeOf(GSData& data, GList* ownList, const GTask* moved, const PlaceOp
 }
 
 void requireList(const NewPlace& place) {
-    if (!place.list) throw CommandFailure("that task is in no list; see corvane store check");
+    if (!place.list) throw CommandFailure(translated("that task is in no list; see corvane store check"));
 }
 
 }  // namespace
 
 void addPlaceOptions(CLI::App& command, PlaceOptions& options) {
-    CLI::Option* list = command.add_option("--list", options.list, "A list, else the default one");
+    CLI::Option* list =
+        command.add_option("--list", options.list, translated("A list, else the default one"));
     CLI::Option* account =
-        command.add_option("--account", options.account, "An account, else the default one");
-    CLI::Option* parent = command.add_option("--parent", options.parent, "A task to stand below");
-    CLI::Option* after = command.add_option("--after", options.after, "A task to stand behind");
-    CLI::Option* first = command.add_flag("--first", options.isFirst, "Before all others of its level");
+        command.add_option("--account", options.account, translated("An account, else the default one"));
+    CLI::Option* parent = command.add_option("--parent", options.parent, translated("A task to stand below"));
+    CLI::Option* after = command.add_option("--after", options.after, translated("A task to stand behind"));
+    CLI::Option* first =
+        command.add_flag("--first", options.isFirst, translated("Before all others of its level"));
     parent->option_text("TASK")->excludes(list, account);
     after->option_text("TASK")->excludes(list, account, parent, first);
     list->option_text("LIST");
@@ -75,7 +78,8 @@ NewPlace placeForTask(GSData& data, const GTask& task, const PlaceOptions& optio
 GUser& accountOrDefault(GSData& data, const std::optional<std::string>& name) {
     if (name) return accountNamed(data, *name);
     GUser* account = defaultAccount(data.viewContext());
-    if (!account) throw CommandFailure("there is no account yet; make one with: corvane account add NAME");
+    if (!account)
+        throw CommandFailure(translated("there is no account yet; make one with: corvane account add NAME"));
     return *account;
 }
 

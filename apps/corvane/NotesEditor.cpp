@@ -11,6 +11,7 @@
 #include <sstream>
 #include <vector>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/Program.h"
 #include "platform/foundation/FileContents.h"
 #include "platform/foundation/UserDirectories.h"
@@ -27,12 +28,12 @@ class TemporaryFile {
         std::string path = (std::filesystem::temp_directory_path() / "corvane-XXXXXX.txt").string();
         constexpr int kSuffixLength = 4;
         const int descriptor = mkstemps(path.data(), kSuffixLength);
-        if (descriptor < 0) throw CommandFailure("no temporary file can be made for the editor");
+        if (descriptor < 0) throw CommandFailure(translated("no temporary file can be made for the editor"));
         path_ = path;
         const bool isWritten = writeAll(descriptor, text);
         if (close(descriptor) != 0 || !isWritten) {
             std::remove(path_.c_str());
-            throw CommandFailure("the temporary file for the editor could not be written");
+            throw CommandFailure(translated("the temporary file for the editor could not be written"));
         }
     }
     ~TemporaryFile() { std::remove(path_.c_str()); }
@@ -45,7 +46,7 @@ class TemporaryFile {
         constexpr std::size_t kMostBytes = 64'000'000;
         const auto contents = contentsOfFile(path_, kMostBytes);
         const auto* bytes = std::get_if<std::vector<std::uint8_t>>(&contents);
-        if (!bytes) throw CommandFailure("the edited text cannot be read; nothing was changed");
+        if (!bytes) throw CommandFailure(translated("the edited text cannot be read; nothing was changed"));
         return std::string(bytes->begin(), bytes->end());
     }
 
@@ -107,9 +108,9 @@ std::optional<std::string> editedText(const std::string& text) {
     const TemporaryFile file(text.empty() ? text : text + "\n");
     const std::string setting = editorSetting();
     const std::optional<int> status = statusOf(commandOf(setting, file.path()));
-    if (!status) throw CommandFailure("the editor \"" + setting + "\" cannot be started; set EDITOR");
+    if (!status) throw CommandFailure(translated("the editor \"%@\" cannot be started; set EDITOR", setting));
     if (!WIFEXITED(*status) || WEXITSTATUS(*status) != 0) {
-        throw CommandFailure("the editor failed; nothing was changed");
+        throw CommandFailure(translated("the editor failed; nothing was changed"));
     }
     std::string edited = withoutLastLineBreak(file.text());
     return edited == text ? std::nullopt : std::optional(std::move(edited));

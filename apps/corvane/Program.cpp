@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/TerminalText.h"
 #include "apps/host/ProgramStore.h"
 
@@ -59,7 +60,7 @@ void Program::flush() {
         readerHasGone_ = errno == EPIPE;
         outputFailed_ = !readerHasGone_;
     }
-    if (outputFailed_) throw CommandFailure("the output could not be written");
+    if (outputFailed_) throw CommandFailure(translated("the output could not be written"));
 }
 
 }  // namespace corvane

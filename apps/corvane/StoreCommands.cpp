@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/host/StoreCheck.h"
@@ -16,17 +17,17 @@ namespace {
 const char* nameOf(FaultKind kind) {
     switch (kind) {
         case FaultKind::kReference:
-            return "reference";
+            return textKey("reference");
         case FaultKind::kDueDate:
-            return "due date";
+            return textKey("due date");
         case FaultKind::kCompletion:
-            return "completion";
+            return textKey("completion");
         case FaultKind::kRepeat:
-            return "repeat";
+            return textKey("repeat");
         case FaultKind::kDefault:
-            return "default";
+            return textKey("default");
         case FaultKind::kOrder:
-            return "order";
+            return textKey("order");
     }
     return "";
 }
@@ -44,13 +45,13 @@ void printFaults(Program& program, const std::vector<StoreFault>& faults, const 
     }
     if (faults.empty()) return program.printLine(whenNone);
     for (const StoreFault& fault : faults) {
-        program.printLine(std::string(nameOf(fault.kind)) + ": " + shownText(fault.text));
+        program.printLine(translated("%1$@: %2$@", translated(nameOf(fault.kind)), shownText(fault.text)));
     }
 }
 
 void check(Program& program) {
     const std::vector<StoreFault> faults = checkStore(program.store().viewContext());
-    printFaults(program, faults, "The store is sound.");
+    printFaults(program, faults, translated("The store is sound."));
     if (!faults.empty()) program.exitCode = kFailed;
 }
 
@@ -58,24 +59,22 @@ void repair(Program& program) {
     ManagedObjectContext& context = program.store().viewContext();
     const std::vector<StoreFault> mended = repairStore(context);
     program.save();
-    printFaults(program, mended, "The store is sound; nothing was to mend.");
+    printFaults(program, mended, translated("The store is sound; nothing was to mend."));
     const std::vector<StoreFault> left = checkStore(context);
     if (left.empty()) return;
-    for (const StoreFault& fault : left) say("left: " + shownText(fault.text));
+    for (const StoreFault& fault : left) say(translated("left: %@", shownText(fault.text)));
     program.exitCode = kFailed;
 }
 
 }  // namespace
 
 void addStoreCommands(CLI::App& app, Program& program) {
-    CLI::App& noun = *app.add_subcommand("store", "Check and repair the store");
+    CLI::App& noun = *app.add_subcommand("store", translated("Check and repair the store"));
     noun.require_subcommand(1);
-    noun.add_subcommand("check", "Say what is unsound; exit code 1 when something is")->callback([&program] {
-        check(program);
-    });
-    noun.add_subcommand("repair", "Mend what is unsound and say what was done")->callback([&program] {
-        repair(program);
-    });
+    noun.add_subcommand("check", translated("Say what is unsound; exit code 1 when something is"))
+        ->callback([&program] { check(program); });
+    noun.add_subcommand("repair", translated("Mend what is unsound and say what was done"))
+        ->callback([&program] { repair(program); });
 }
 
 }  // namespace corvane

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/LastListing.h"
 #include "apps/corvane/TerminalText.h"
 #include "apps/host/DateWords.h"
@@ -37,7 +38,7 @@ Object* objectFromIdentifier(GSData& data, const std::string& text) {
     ManagedObject* object = context.objectWithUri(uri);
     if (!object || object->entity().name() != Object::kEntityName ||
         static_cast<Object*>(object)->removed()) {
-        throw CommandFailure("there is nothing with the identifier " + text);
+        throw CommandFailure(translated("there is nothing with the identifier %@", text));
     }
     return static_cast<Object*>(object);
 }
@@ -62,11 +63,10 @@ std::vector<Object*> named(const std::vector<Object*>& objects, const std::u16st
 
 std::string candidateText(const GTask& task) {
     const GList* list = task.list();
-    return quotedName(task.name()) + (list ? " in " + quotedName(list->name()) : "");
+    if (!list) return quotedName(task.name());
+    return translated("%1$@ in %2$@", quotedName(task.name()), quotedName(list->name()));
 }
-std::string candidateText(const GList& list) {
-    return quotedName(list.name()) + (list.user() ? " of " + quotedName(list.user()->name()) : "");
-}
+std::string candidateText(const GList& list) { return nameWithAccount(list); }
 std::string candidateText(const GUser& account) { return quotedName(account.name()); }
 
 template <class Object>
@@ -75,8 +75,8 @@ template <class Object>
     for (std::size_t i = 0; i < std::min(candidates.size(), kMost); ++i) {
         say("  " + shortIdentifier(*candidates[i]) + "  " + candidateText(*candidates[i]));
     }
-    throw CommandFailure("\"" + name + "\" fits " + std::to_string(candidates.size()) +
-                         "; name one by its identifier");
+    throw CommandFailure(
+        translated("\"%1$@\" fits %2$d; name one by its identifier", name, candidates.size()));
 }
 
 /// The one object of a name; null when none fits.
@@ -119,7 +119,8 @@ GTask* taskFromNumber(GSData& data, std::size_t number) {
     if (!uri) return nullptr;
     auto* task = static_cast<GTask*>(data.viewContext().objectWithUri(*uri));
     if (!task || task->removed() || !isShown(*task)) {
-        throw CommandFailure("task " + std::to_string(number) + " of the last listing is gone; list again");
+        throw CommandFailure(
+            translated("task %@ of the last listing is gone; list again", std::to_string(number)));
     }
     return task;
 }
@@ -140,8 +141,8 @@ GTask& taskNamed(GSData& data, const std::string& name, Prefer prefer) {
     for (const auto& candidates : {preferred, tasks}) {
         if (GTask* task = onlyOneNamed(candidates, name, !number)) return *task;
     }
-    if (number) throw CommandFailure("the last listing has no task " + name);
-    throw CommandFailure("there is no task \"" + name + "\"");
+    if (number) throw CommandFailure(translated("the last listing has no task %@", name));
+    throw CommandFailure(translated("there is no task \"%@\"", name));
 }
 
 std::vector<GTask*> tasksNamed(GSData& data, const std::vector<std::string>& names, Prefer prefer) {
@@ -158,16 +159,16 @@ GList& listNamed(GSData& data, const std::string& name, const GUser* account) {
     GList* list = objectByNameOrNumber(lists, name);
     if (!list) list = objectFromIdentifier<GList>(data, name);
     if (list) return *list;
-    throw CommandFailure("there is no list \"" + name + "\"; make it with: corvane list add \"" + name +
-                         "\"");
+    throw CommandFailure(
+        translated("there is no list \"%1$@\"; make it with: corvane list add \"%1$@\"", name));
 }
 
 GUser& accountNamed(GSData& data, const std::string& name) {
     GUser* account = objectByNameOrNumber(accountsInOrder(data.viewContext()), name);
     if (!account) account = accountFromIdentifier(data, name);
     if (account) return *account;
-    throw CommandFailure("there is no account \"" + name + "\"; make it with: corvane account add \"" + name +
-                         "\"");
+    throw CommandFailure(
+        translated("there is no account \"%1$@\"; make it with: corvane account add \"%1$@\"", name));
 }
 
 std::string shortIdentifier(const ManagedObject& object) {
@@ -177,12 +178,21 @@ std::string shortIdentifier(const ManagedObject& object) {
 std::string shownText(std::u16string_view text) { return utf8FromText(terminalText(text)); }
 
 std::string quotedName(std::optional<std::u16string_view> name) {
-    return name && !name->empty() ? "\"" + shownText(*name) + "\"" : "(untitled)";
+    return name && !name->empty() ? "\"" + shownText(*name) + "\"" : shownName(name);
+}
+
+std::string shownName(std::optional<std::u16string_view> name) {
+    return name && !name->empty() ? shownText(*name) : translated("(untitled)");
+}
+
+std::string nameWithAccount(const GList& list) {
+    if (!list.user()) return quotedName(list.name());
+    return translated("%1$@ of %2$@", quotedName(list.name()), quotedName(list.user()->name()));
 }
 
 std::u16string titleFromArgument(const std::string& argument) {
     std::u16string title = titleFromText(textFromUtf8(argument));
-    if (title.empty()) throw CommandFailure("a name must not be empty", kUsage);
+    if (title.empty()) throw CommandFailure(translated("a name must not be empty"), kUsage);
     return title;
 }
 

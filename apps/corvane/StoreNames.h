@@ -29,6 +29,10 @@ GUser& accountNamed(GSData& data, const std::string& name);
 std::string shortIdentifier(const ManagedObject& object);
 /// A name for a line of the terminal: harmless, quoted; "(untitled)" without one.
 std::string quotedName(std::optional<std::u16string_view> name);
+/// The same without quotes.
+std::string shownName(std::optional<std::u16string_view> name);
+/// A list's name, quoted, with the name of its account: "Home" of "anna@example.com".
+std::string nameWithAccount(const GList& list);
 /// A text for a line of the terminal.
 std::string shownText(std::u16string_view text);
 

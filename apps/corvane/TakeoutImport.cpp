@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/TaskImport.h"
 #include "dates/Rfc3339.h"
 #include "platform/foundation/Calendar.h"
@@ -84,7 +85,7 @@ class TakeoutReader {
         if (flagAt(object, "deleted")) return false;
         ImportedTask task = taskFromJson(object);
         if (task.name.empty()) {
-            import_.problems.emplace_back("a task without a title was left out");
+            import_.problems.push_back(translated("a task without a title was left out"));
             return false;
         }
         list.tasks.push_back(std::move(task));
@@ -110,9 +111,9 @@ std::optional<Json> parse(std::string_view text) {
 
 ImportResult importFromTakeout(std::string_view json) {
     const std::optional<Json> root = parse(json);
-    if (!root) return std::string("the file is no JSON that can be read");
+    if (!root) return translated("the file is no JSON that can be read");
     const auto lists = root->find("items");
-    if (lists == root->end() || !lists->is_array()) return std::string("the file holds no task lists");
+    if (lists == root->end() || !lists->is_array()) return translated("the file holds no task lists");
     Import import;
     TakeoutReader reader(import);
     for (const Json& list : *lists) {

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/NewPlaces.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
@@ -28,10 +29,12 @@ std::string joined(const std::vector<std::string>& words) {
 }
 
 std::string sentence(const GTask& task) {
-    std::string text = "Added " + quotedName(task.name()) + " to " + quotedName(task.list()->name());
+    const std::string name = quotedName(task.name());
+    const std::string list = quotedName(task.list()->name());
     const std::u16string due = dueInWords(task);
-    if (!due.empty()) text += ", due " + shownText(due);
-    return text + " (" + shortIdentifier(task) + ")";
+    if (due.empty()) return translated("Added %1$@ to %2$@ (%3$@)", name, list, shortIdentifier(task));
+    return translated("Added %1$@ to %2$@, due %3$@ (%4$@)", name, list, shownText(due),
+                      shortIdentifier(task));
 }
 
 void addTask(Program& program, const AddOptions& options) {
@@ -51,8 +54,9 @@ void addTask(Program& program, const AddOptions& options) {
 
 void addTaskAddCommand(CLI::App& noun, Program& program) {
     const auto options = std::make_shared<AddOptions>();
-    CLI::App& command = *noun.add_subcommand("add", "Add a task");
-    command.add_option("TITLE", options->title, "What there is to do; several words are one title")
+    CLI::App& command = *noun.add_subcommand("add", translated("Add a task"));
+    command
+        .add_option("TITLE", options->title, translated("What there is to do; several words are one title"))
         ->required();
     addPlaceOptions(command, options->place);
     addFieldOptions(command, options->fields);

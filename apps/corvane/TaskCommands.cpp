@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 
@@ -14,7 +15,8 @@ void printChangedTask(Program& program, const GTask& task, const std::string& se
 }
 
 void refuseReadonly(const GList& list) {
-    if (list.isReadonly()) throw CommandFailure("the list " + quotedName(list.name()) + " is read-only");
+    if (list.isReadonly())
+        throw CommandFailure(translated("the list %@ is read-only", quotedName(list.name())));
 }
 
 GTask& changeable(GTask& task) {
@@ -22,15 +24,13 @@ GTask& changeable(GTask& task) {
     return task;
 }
 
-std::string countedTasks(std::size_t count) {
-    return count == 1 ? "1 task" : std::to_string(count) + " tasks";
-}
+std::string countedTasks(std::size_t count) { return translatedCount("1 task", "%d tasks", count); }
 
 void addTaskCommands(CLI::App& app, Program& program) {
-    CLI::App& noun = *app.add_subcommand("task", "Add, show, change and complete tasks");
+    CLI::App& noun = *app.add_subcommand("task", translated("Add, show, change and complete tasks"));
     noun.require_subcommand(1);
-    noun.footer(
-        "TASK is a number of the last \"task list\", an identifier like p12, or a piece of the title.");
+    noun.footer(translated(
+        "TASK is a number of the last \"task list\", an identifier like p12, or a piece of the title."));
     addTaskAddCommand(noun, program);
     addTaskListingCommands(noun, program);
     addTaskCompletionCommands(noun, program);

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
@@ -17,12 +18,15 @@ namespace {
 using Change = CompletionResult (*)(GTask&);
 
 std::string sentence(const GTask& task, const CompletionResult& result, bool isDone) {
-    std::string text = quotedName(task.name());
-    if (!result.isChanged) return text + (isDone ? " was done already" : " was open already");
-    text = (isDone ? "Done: " : "Open again: ") + text;
-    if (result.nextDueDate) text += ", next due " + shownText(dueInWords(task));
-    if (result.otherTasks > 0) text += ", " + std::to_string(result.otherTasks) + " more with it";
-    return text;
+    const std::string name = quotedName(task.name());
+    if (!result.isChanged) {
+        return isDone ? translated("%@ was done already", name) : translated("%@ was open already", name);
+    }
+    std::vector<std::string> facts = {isDone ? translated("Done: %@", name)
+                                             : translated("Open again: %@", name)};
+    if (result.nextDueDate) facts.push_back(translated("next due %@", shownText(dueInWords(task))));
+    if (result.otherTasks > 0) facts.push_back(translated("%d more with it", result.otherTasks));
+    return joined(facts);
 }
 
 void changeTasks(Program& program, const std::vector<std::string>& names, Change change, bool isDone) {
@@ -40,11 +44,11 @@ void changeTasks(Program& program, const std::vector<std::string>& names, Change
     program.printData(jsonText(changed));
 }
 
-void addChange(CLI::App& noun, Program& program, const char* verb, const char* help, Change change,
+void addChange(CLI::App& noun, Program& program, const char* verb, const std::string& help, Change change,
                bool isDone) {
     const auto names = std::make_shared<std::vector<std::string>>();
     CLI::App& command = *noun.add_subcommand(verb, help);
-    command.add_option("TASK", *names, "One task or several")->required();
+    command.add_option("TASK", *names, translated("One task or several"))->required();
     command.callback([&program, names, change, isDone] { changeTasks(program, *names, change, isDone); });
 }
 
@@ -52,8 +56,9 @@ void addChange(CLI::App& noun, Program& program, const char* verb, const char* h
 
 void addTaskCompletionCommands(CLI::App& noun, Program& program) {
     constexpr bool kDoneTasks = true;
-    addChange(noun, program, "done", "Complete tasks; repeating ones move on", completeTask, kDoneTasks);
-    addChange(noun, program, "undone", "Open completed tasks again", reopenTask, !kDoneTasks);
+    addChange(noun, program, "done", translated("Complete tasks; repeating ones move on"), completeTask,
+              kDoneTasks);
+    addChange(noun, program, "undone", translated("Open completed tasks again"), reopenTask, !kDoneTasks);
 }
 
 }  // namespace corvane

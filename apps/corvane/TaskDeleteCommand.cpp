@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
@@ -31,11 +32,18 @@ std::vector<GTask*> topmost(std::vector<GTask*> tasks) {
 }
 
 std::string sentence(const GTask& task, const Options& options) {
-    const std::string text = (options.dryRun ? "Would delete " : "Deleted ") + quotedName(task.name());
+    const std::string name = quotedName(task.name());
     const std::size_t below = task.countTotalSubTasks();
-    if (below == 0) return text;
-    return text + (options.keepSubtasks ? "; " : " and ") + countedTasks(below) +
-           (options.keepSubtasks ? " below it move up" : " below it");
+    if (below == 0)
+        return options.dryRun ? translated("Would delete %@", name) : translated("Deleted %@", name);
+    if (options.keepSubtasks) {
+        return translated(options.dryRun ? textKey("Would delete %1$@; %2$@ below it move up")
+                                         : textKey("Deleted %1$@; %2$@ below it move up"),
+                          name, countedTasks(below));
+    }
+    return translated(options.dryRun ? textKey("Would delete %1$@ and %2$@ below it")
+                                     : textKey("Deleted %1$@ and %2$@ below it"),
+                      name, countedTasks(below));
 }
 
 // A tombstone is a change that the server has to hear of.
@@ -69,10 +77,10 @@ void deleteTasks(Program& program, const Options& options) {
 
 void addTaskDeleteCommand(CLI::App& noun, Program& program) {
     const auto options = std::make_shared<Options>();
-    CLI::App& command = *noun.add_subcommand("delete", "Delete tasks with all tasks below them");
-    command.add_option("TASK", options->tasks, "One task or several")->required();
-    command.add_flag("--keep-subtasks", options->keepSubtasks, "Tasks below move up instead");
-    command.add_flag("--dry-run", options->dryRun, "Only say what would go");
+    CLI::App& command = *noun.add_subcommand("delete", translated("Delete tasks with all tasks below them"));
+    command.add_option("TASK", options->tasks, translated("One task or several"))->required();
+    command.add_flag("--keep-subtasks", options->keepSubtasks, translated("Tasks below move up instead"));
+    command.add_flag("--dry-run", options->dryRun, translated("Only say what would go"));
     command.callback([&program, options] { deleteTasks(program, *options); });
 }
 

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/NotesEditor.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
@@ -26,19 +27,21 @@ struct EditOptions {
 
 std::string dueSentence(const GTask& task) {
     const std::u16string due = dueInWords(task);
-    return quotedName(task.name()) + (due.empty() ? " has no due date" : " is due " + shownText(due));
+    if (due.empty()) return translated("%@ has no due date", quotedName(task.name()));
+    return translated("%1$@ is due %2$@", quotedName(task.name()), shownText(due));
 }
 
 std::string repeatSentence(const GTask& task) {
-    if (task.alertRepeat() == kNoRepeat) return quotedName(task.name()) + " does not repeat";
-    return quotedName(task.name()) + " repeats " + shownText(repeatInWords(repeatOfTask(task))) + ", due " +
-           shownText(dueInWords(task));
+    if (task.alertRepeat() == kNoRepeat) return translated("%@ does not repeat", quotedName(task.name()));
+    return translated("%1$@ repeats %2$@, due %3$@", quotedName(task.name()),
+                      shownText(repeatInWords(repeatOfTask(task))), shownText(dueInWords(task)));
 }
 
 std::string alertSentence(const GTask& task) {
-    if (!task.alertEnabled() || !task.alertDate()) return quotedName(task.name()) + " has no alert";
-    return "Alert for " + quotedName(task.name()) + ": " +
-           shownText(alertInWords(*task.alertDate(), task.dueDate()));
+    if (!task.alertEnabled() || !task.alertDate())
+        return translated("%@ has no alert", quotedName(task.name()));
+    return translated("Alert for %1$@: %2$@", quotedName(task.name()),
+                      shownText(alertInWords(*task.alertDate(), task.dueDate())));
 }
 
 void editNotes(GTask& task) {
@@ -59,7 +62,8 @@ void editTask(Program& program, const EditOptions& options) {
     const bool isChanged = task.hasChanges();
     program.save();
     printChangedTask(program, task,
-                     (isChanged ? "Changed " : "Nothing changed in ") + quotedName(task.name()));
+                     translated(isChanged ? textKey("Changed %@") : textKey("Nothing changed in %@"),
+                                quotedName(task.name())));
 }
 
 struct FieldVerb {
@@ -70,9 +74,9 @@ struct FieldVerb {
     std::string (*sentence)(const GTask&);
 };
 constexpr FieldVerb kFieldVerbs[] = {
-    {"due",    "Set when a task is due, or none",  "DATE", &TaskFieldOptions::due,    dueSentence   },
-    {"repeat", "Set how a task repeats, or none",  "RULE", &TaskFieldOptions::repeat, repeatSentence},
-    {"alert",  "Set when to be reminded, or none", "WHEN", &TaskFieldOptions::alert,  alertSentence },
+    {"due",    textKey("Set when a task is due, or none"),  "DATE", &TaskFieldOptions::due,    dueSentence   },
+    {"repeat", textKey("Set how a task repeats, or none"),  "RULE", &TaskFieldOptions::repeat, repeatSentence},
+    {"alert",  textKey("Set when to be reminded, or none"), "WHEN", &TaskFieldOptions::alert,  alertSentence },
 };
 
 struct VerbOptions {
@@ -113,36 +117,46 @@ void setRegion(Program& program, const RegionOptions& options) {
     }
     task.updateLastModified();
     program.save();
-    const std::string state = options.clear ? " has no place alert" : " has a place alert";
-    printChangedTask(program, task, quotedName(task.name()) + state);
+    const char* const sentence =
+        options.clear ? textKey("%@ has no place alert") : textKey("%@ has a place alert");
+    printChangedTask(program, task, translated(sentence, quotedName(task.name())));
 }
 
 void addRegionCommand(CLI::App& noun, Program& program) {
     const auto options = std::make_shared<RegionOptions>();
-    CLI::App& command = *noun.add_subcommand("region", "Set the place that alerts, or take it away");
-    command.add_option("TASK", options->task, "A task")->required();
-    CLI::Option* latitude = command.add_option("--lat", options->latitude, "Degrees north");
-    CLI::Option* longitude = command.add_option("--long", options->longitude, "Degrees east");
-    CLI::Option* place = command.add_option("--description", options->description, "Name of the place");
+    CLI::App& command =
+        *noun.add_subcommand("region", translated("Set the place that alerts, or take it away"));
+    command.add_option("TASK", options->task, translated("A task"))->required();
+    CLI::Option* latitude = command.add_option("--lat", options->latitude, translated("Degrees north"));
+    CLI::Option* longitude = command.add_option("--long", options->longitude, translated("Degrees east"));
+    CLI::Option* place =
+        command.add_option("--description", options->description, translated("Name of the place"));
     latitude->check(CLI::Range(-90.0, 90.0))->needs(longitude, place);
     longitude->check(CLI::Range(-180.0, 180.0))->needs(latitude, place);
     place->needs(latitude, longitude);
-    command.add_option("--radius", options->radius, "Metres (100)")->check(CLI::NonNegativeNumber);
-    command.add_option("--accuracy", options->accuracy, "Metres (0)")->check(CLI::NonNegativeNumber);
-    command.add_option("--kind", options->kind, "Kind of alert, as the main application numbers it (1)")
+    command.add_option("--radius", options->radius, translated("Metres (100)"))
+        ->check(CLI::NonNegativeNumber);
+    command.add_option("--accuracy", options->accuracy, translated("Metres (0)"))
+        ->check(CLI::NonNegativeNumber);
+    command
+        .add_option("--kind", options->kind,
+                    translated("Kind of alert, as the main application numbers it (1)"))
         ->check(CLI::Range(1, 100));
-    CLI::Option* clear = command.add_flag("--clear", options->clear, "No place alert")->excludes(latitude);
+    CLI::Option* clear =
+        command.add_flag("--clear", options->clear, translated("No place alert"))->excludes(latitude);
     command.callback([&program, options, clear, latitude] {
-        if (clear->empty() && latitude->empty()) throw CLI::RequiredError("--lat or --clear");
+        if (clear->empty() && latitude->empty()) {
+            throw CommandFailure(translated("--lat or --clear is required"), kUsage);
+        }
         setRegion(program, *options);
     });
 }
 
 void addFieldVerb(CLI::App& noun, Program& program, const FieldVerb& verb) {
     const auto options = std::make_shared<VerbOptions>();
-    CLI::App& command = *noun.add_subcommand(verb.verb, verb.help);
-    command.add_option("TASK", options->task, "A task")->required();
-    command.add_option(verb.value, options->words, "In words")->required();
+    CLI::App& command = *noun.add_subcommand(verb.verb, translated(verb.help));
+    command.add_option("TASK", options->task, translated("A task"))->required();
+    command.add_option(verb.value, options->words, translated("In words"))->required();
     command.callback([&program, &verb, options] { setField(program, verb, *options); });
 }
 
@@ -150,9 +164,10 @@ void addFieldVerb(CLI::App& noun, Program& program, const FieldVerb& verb) {
 
 void addTaskEditCommands(CLI::App& noun, Program& program) {
     const auto options = std::make_shared<EditOptions>();
-    CLI::App& edit = *noun.add_subcommand("edit", "Change a task; without options, its notes in $EDITOR");
-    edit.add_option("TASK", options->task, "A task")->required();
-    edit.add_option("--title", options->title, "A new title")->option_text("TEXT");
+    CLI::App& edit =
+        *noun.add_subcommand("edit", translated("Change a task; without options, its notes in $EDITOR"));
+    edit.add_option("TASK", options->task, translated("A task"))->required();
+    edit.add_option("--title", options->title, translated("A new title"))->option_text("TEXT");
     addFieldOptions(edit, options->fields);
     edit.callback([&program, options] { editTask(program, *options); });
     for (const FieldVerb& verb : kFieldVerbs) addFieldVerb(noun, program, verb);

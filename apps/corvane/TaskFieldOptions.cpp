@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/Program.h"
 #include "apps/host/AlertWords.h"
 #include "apps/host/TaskEditing.h"
@@ -30,16 +31,20 @@ std::u16string notesFromArgument(const std::string& notes) {
 }  // namespace
 
 void addFieldOptions(CLI::App& command, TaskFieldOptions& options) {
-    command.add_option("--due", options.due, "When, like \"tomorrow 14:00\", friday, +3d or 2024-03-05")
+    command
+        .add_option("--due", options.due,
+                    translated("When, like \"tomorrow 14:00\", friday, +3d or 2024-03-05"))
         ->option_text("DATE");
-    command.add_option("--priority", options.priority, "Low from 30, medium from 40, high from 50")
+    command
+        .add_option("--priority", options.priority, translated("Low from 30, medium from 40, high from 50"))
         ->check(CLI::Range(0, 99))
         ->option_text("0..99");
-    command.add_option("--notes", options.notes, "Notes, \"-\" to read them from standard input")
+    command.add_option("--notes", options.notes, translated("Notes, \"-\" to read them from standard input"))
         ->option_text("TEXT");
-    command.add_option("--repeat", options.repeat, "Like \"every 2 weeks on mon, fri\", or none")
+    command.add_option("--repeat", options.repeat, translated("Like \"every 2 weeks on mon, fri\", or none"))
         ->option_text("RULE");
-    command.add_option("--alert", options.alert, "A time before like 15m, a time or a date, or none")
+    command
+        .add_option("--alert", options.alert, translated("A time before like 15m, a time or a date, or none"))
         ->option_text("WHEN");
 }
 

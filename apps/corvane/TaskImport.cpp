@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/corvane/CommandText.h"
 #include "model/DisplayOrder.h"
 #include "model/GTask.h"
 #include "model/TaskPlace.h"
@@ -71,7 +72,7 @@ std::size_t Import::taskCount() const {
 ImportResult importFromData(std::string_view data) {
     if (data.starts_with(kByteOrderMark)) data.remove_prefix(kByteOrderMark.size());
     const std::size_t start = data.find_first_not_of(" \t\r\n");
-    if (start == std::string_view::npos) return std::string("the file is empty");
+    if (start == std::string_view::npos) return translated("the file is empty");
     const std::string_view rest = data.substr(start);
     if (rest.starts_with('{')) return importFromTakeout(rest);
     if (rest.starts_with("BEGIN:VCALENDAR")) return importFromCalendar(rest);

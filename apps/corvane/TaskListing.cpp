@@ -16,7 +16,7 @@ std::string details(const GTask& task) {
     const std::u16string due = dueInWords(task);
     if (!due.empty()) text += "  " + shownText(due);
     if (task.alertRepeat() != kNoRepeat) text += "  (" + shownText(repeatInWords(repeatOfTask(task))) + ")";
-    if (task.priority() >= 30) text += "  " + shownText(priorityWord(task.priority())) + " priority";
+    if (task.priority() >= 30) text += "  " + shownText(priorityInWords(task.priority()));
     return text;
 }
 
@@ -39,10 +39,9 @@ void TaskListing::add(const ListedTask& entry) {
 void TaskListing::addLine(const ListedTask& entry) {
     const GTask& task = *entry.task;
     const std::string number = std::to_string(identifiers_.size());
-    const std::string name = task.name() && !task.name()->empty() ? shownText(*task.name()) : "(untitled)";
     lines_ += std::string(number.size() < kNumberWidth ? kNumberWidth - number.size() : 0, ' ') + number +
-              " " + std::string(2 * entry.depth, ' ') + (task.completed() ? "[x] " : "[ ] ") + name +
-              style_.faint(details(task)) + "\n";
+              " " + std::string(2 * entry.depth, ' ') + (task.completed() ? "[x] " : "[ ] ") +
+              shownName(task.name()) + style_.faint(details(task)) + "\n";
 }
 
 void TaskListing::print(const std::string& whenEmpty) {

@@ -6,11 +6,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
 #include "apps/corvane/TaskListing.h"
 #include "apps/corvane/TerminalStyle.h"
+#include "apps/corvane/TerminalText.h"
 #include "apps/host/Places.h"
 #include "apps/host/TaskDescription.h"
 #include "model/TaskTree.h"
@@ -50,11 +52,11 @@ std::vector<ListedTask> listedTasks(const GList& list, const ListingOptions& opt
 }
 
 std::string headingOf(const GList& list) {
-    std::string heading = list.name() && !list.name()->empty() ? shownText(*list.name()) : "(untitled)";
+    std::string heading = shownName(list.name());
     if (const GUser* account = list.user()) {
         if (account->name() && !account->name()->empty()) heading += " - " + shownText(*account->name());
     }
-    return list.isIsolated() ? heading + " (isolated)" : heading;
+    return list.isIsolated() ? translated("%@ (isolated)", heading) : heading;
 }
 
 std::vector<GList*> chosenLists(GSData& data, const ListingOptions& options) {
@@ -72,7 +74,7 @@ void listTasks(Program& program, const ListingOptions& options) {
         listing.addHeading(headingOf(*list));
         for (const ListedTask& task : tasks) listing.add(task);
     }
-    listing.print(options.completed ? "No completed tasks." : "No tasks.");
+    listing.print(options.completed ? translated("No completed tasks.") : translated("No tasks."));
 }
 
 void showTree(Program& program, ListingOptions options) {
@@ -83,17 +85,27 @@ void showTree(Program& program, ListingOptions options) {
     std::vector<ListedTask> tasks;
     addTree(tasks, taskNamed(data, *options.task), options);
     for (const ListedTask& task : tasks) listing.add(task);
-    listing.print("No tasks.");
+    listing.print(translated("No tasks."));
 }
 
-std::string withIndentedLines(std::u16string_view text) {
+std::string withIndentedLines(std::u16string_view text, std::size_t indent) {
     std::string result;
     for (;;) {
         const std::size_t end = text.find(u'\n');
         result += shownText(text.substr(0, end));
         if (end == text.npos) return result;
-        result += "\n            ";
+        result += "\n" + std::string(indent, ' ');
         text.remove_prefix(end + 1);
+    }
+}
+
+void printFields(Program& program, const std::vector<TaskField>& fields) {
+    constexpr std::size_t kGap = 2;
+    std::size_t width = 10;
+    for (const TaskField& field : fields) width = std::max(width, displayWidth(field.label));
+    for (const TaskField& field : fields) {
+        const std::string gap(width + kGap - displayWidth(field.label), ' ');
+        program.printLine(utf8FromText(field.label) + gap + withIndentedLines(field.text, width + kGap));
     }
 }
 
@@ -101,34 +113,32 @@ void showTask(Program& program, const std::string& name) {
     const GTask& task = taskNamed(program.store(), name);
     if (program.options.json) return program.printData(jsonText(taskJson(task)));
     const TerminalStyle style = TerminalStyle::ofOutput();
-    program.printLine(style.bold(task.name() ? shownText(*task.name()) : "(untitled)"));
-    for (const TaskField& field : fieldsOfTask(task)) {
-        std::string label = utf8FromText(field.label);
-        label.resize(std::max<std::size_t>(label.size(), 12), ' ');
-        program.printLine(label + withIndentedLines(field.text));
-    }
-    program.printLine("Identifier  " + shortIdentifier(task));
+    program.printLine(style.bold(shownName(task.name())));
+    std::vector<TaskField> fields = fieldsOfTask(task);
+    fields.push_back({localizedString("Identifier"), textFromUtf8(shortIdentifier(task))});
+    printFields(program, fields);
 }
 
 }  // namespace
 
 void addTaskListingCommands(CLI::App& noun, Program& program) {
     const auto options = std::make_shared<ListingOptions>();
-    CLI::App& list = *noun.add_subcommand("list", "List open tasks and number them");
-    list.add_option("--list", options->list, "Only this list")->option_text("LIST");
-    list.add_option("--account", options->account, "Only this account")->option_text("ACCOUNT");
-    CLI::Option* all = list.add_flag("--all", options->all, "Completed tasks too");
-    list.add_flag("--completed", options->completed, "Completed tasks only")->excludes(all);
+    CLI::App& list = *noun.add_subcommand("list", translated("List open tasks and number them"));
+    list.add_option("--list", options->list, translated("Only this list"))->option_text("LIST");
+    list.add_option("--account", options->account, translated("Only this account"))->option_text("ACCOUNT");
+    CLI::Option* all = list.add_flag("--all", options->all, translated("Completed tasks too"));
+    list.add_flag("--completed", options->completed, translated("Completed tasks only"))->excludes(all);
     list.callback([&program, options] { listTasks(program, *options); });
 
-    CLI::App& tree = *noun.add_subcommand("tree", "Show a task with all tasks below it, or whole lists");
-    tree.add_option("TASK", options->task, "A task");
-    tree.add_option("--list", options->list, "Only this list")->option_text("LIST");
+    CLI::App& tree =
+        *noun.add_subcommand("tree", translated("Show a task with all tasks below it, or whole lists"));
+    tree.add_option("TASK", options->task, translated("A task"));
+    tree.add_option("--list", options->list, translated("Only this list"))->option_text("LIST");
     tree.callback([&program, options] { showTree(program, *options); });
 
     const auto name = std::make_shared<std::string>();
-    CLI::App& show = *noun.add_subcommand("show", "Show all about a task");
-    show.add_option("TASK", *name, "A task")->required();
+    CLI::App& show = *noun.add_subcommand("show", translated("Show all about a task"));
+    show.add_option("TASK", *name, translated("A task"))->required();
     show.callback([&program, name] { showTask(program, *name); });
 }
 

@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/NewPlaces.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskCommands.h"
@@ -24,7 +25,7 @@ struct Options {
 void refuseOwnTree(const GTask& task, const NewPlace& place) {
     for (const GTask* next : {place.parent, place.previous}) {
         if (next && (next == &task || next->hasParent(&task))) {
-            throw CommandFailure("a task cannot move to a place below itself");
+            throw CommandFailure(translated("a task cannot move to a place below itself"));
         }
     }
 }
@@ -40,29 +41,41 @@ GTask& copiedTask(GTask& task, const NewPlace& place) {
     return copy;
 }
 
+std::string sentence(const GTask& task, Action action) {
+    const bool isMoved = action == Action::kMove;
+    const std::string name = quotedName(task.name());
+    const std::string list = quotedName(task.list()->name());
+    const std::size_t below = task.countTotalSubTasks();
+    if (below == 0) {
+        return translated(
+            isMoved ? textKey("Moved %1$@ to %2$@ (%3$@)") : textKey("Copied %1$@ to %2$@ (%3$@)"), name,
+            list, shortIdentifier(task));
+    }
+    return translated(isMoved ? textKey("Moved %1$@ to %2$@ with %3$@ below it (%4$@)")
+                              : textKey("Copied %1$@ to %2$@ with %3$@ below it (%4$@)"),
+                      name, list, countedTasks(below), shortIdentifier(task));
+}
+
 void placeTask(Program& program, const Options& options, Action action) {
     GSData& data = program.store();
     GTask& task = taskNamed(data, options.task);
     if (options.place.isEmpty() && action == Action::kMove) {
-        throw CommandFailure("say where to: --list, --account, --parent, --after or --first", kUsage);
+        throw CommandFailure(translated("say where to: --list, --account, --parent, --after or --first"),
+                             kUsage);
     }
     if (action == Action::kMove) changeable(task);
     const NewPlace place = placeForTask(data, task, options.place);
     refuseReadonly(*place.list);
     GTask& result = action == Action::kMove ? movedTask(task, place) : copiedTask(task, place);
     program.save();
-    std::string sentence = action == Action::kMove ? "Moved " : "Copied ";
-    sentence += quotedName(result.name()) + " to " + quotedName(place.list->name());
-    if (const std::size_t below = result.countTotalSubTasks()) {
-        sentence += " with " + countedTasks(below) + " below it";
-    }
-    printChangedTask(program, result, sentence + " (" + shortIdentifier(result) + ")");
+    printChangedTask(program, result, sentence(result, action));
 }
 
-void addPlacing(CLI::App& noun, Program& program, const char* verb, const char* help, Action action) {
+void addPlacing(CLI::App& noun, Program& program, const char* verb, const std::string& help, Action action) {
     const auto options = std::make_shared<Options>();
     CLI::App& command = *noun.add_subcommand(verb, help);
-    command.add_option("TASK", options->task, "A task; the tasks below it go with it")->required();
+    command.add_option("TASK", options->task, translated("A task; the tasks below it go with it"))
+        ->required();
     addPlaceOptions(command, options->place);
     command.callback([&program, options, action] { placeTask(program, *options, action); });
 }
@@ -70,8 +83,9 @@ void addPlacing(CLI::App& noun, Program& program, const char* verb, const char* 
 }  // namespace
 
 void addTaskPlaceCommands(CLI::App& noun, Program& program) {
-    addPlacing(noun, program, "move", "Move a task within its list or to another one", Action::kMove);
-    addPlacing(noun, program, "copy", "Copy a task, to the end of its list unless told otherwise",
+    addPlacing(noun, program, "move", translated("Move a task within its list or to another one"),
+               Action::kMove);
+    addPlacing(noun, program, "copy", translated("Copy a task, to the end of its list unless told otherwise"),
                Action::kCopy);
 }
 

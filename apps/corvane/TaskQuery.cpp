@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/host/DateWords.h"
 #include "apps/host/TaskSelection.h"
@@ -16,8 +17,9 @@ namespace {
 Predicate userPredicate(const std::string& text) {
     const auto parsed = predicateWithFormat(textFromUtf8(text));
     if (const auto* error = std::get_if<PredicateError>(&parsed)) {
-        throw CommandFailure(
-            "--where, at character " + std::to_string(error->position + 1) + ": " + error->message, kUsage);
+        throw CommandFailure(translated("--where, at character %1$@: %2$@",
+                                        std::to_string(error->position + 1), error->message),
+                             kUsage);
     }
     return std::get<Predicate>(parsed);
 }
@@ -44,15 +46,19 @@ CommandFailure failureOf(const StoreError& error) {
 
 void addTaskQueryOptions(CLI::App& command, TaskQueryOptions& options) {
     constexpr int kLastOrder = 2;
-    command.add_option("--filter", options.filter, "A filter's name or number; corvane filters lists them");
-    command.add_option("--account", options.account, "An account's tasks");
-    command.add_option("--list", options.list, "A list's tasks");
-    command.add_option("--where", options.where, "Tasks that fulfil a predicate")->type_name("PREDICATE");
-    command.add_option("--order", options.order, "0 manual, 1 priority and title, 2 priority and due date")
+    command.add_option("--filter", options.filter,
+                       translated("A filter's name or number; corvane filters lists them"));
+    command.add_option("--account", options.account, translated("An account's tasks"));
+    command.add_option("--list", options.list, translated("A list's tasks"));
+    command.add_option("--where", options.where, translated("Tasks that fulfil a predicate"))
+        ->type_name("PREDICATE");
+    command
+        .add_option("--order", options.order,
+                    translated("0 manual, 1 priority and title, 2 priority and due date"))
         ->check(CLI::Range(0, kLastOrder));
-    command.add_option("--limit", options.limit, "At most so many")->type_name("N");
-    command.add_flag("--hide-completed", options.hideCompleted, "Only open tasks");
-    command.add_flag("--roots", options.rootsOnly, "No subtasks");
+    command.add_option("--limit", options.limit, translated("At most so many"))->type_name("N");
+    command.add_flag("--hide-completed", options.hideCompleted, translated("Only open tasks"));
+    command.add_flag("--roots", options.rootsOnly, translated("No subtasks"));
 }
 
 std::uint32_t filterFromText(const std::string& text) {
@@ -65,7 +71,7 @@ std::uint32_t filterFromText(const std::string& text) {
         const std::u16string localName = foldedWords(GSData::filterLocalizedName(filter).value_or(u""));
         if (words == name || words == localName) return filter;
     }
-    throw CommandFailure("there is no filter \"" + text + "\"; corvane filters lists them", kUsage);
+    throw CommandFailure(translated("there is no filter \"%@\"; corvane filters lists them", text), kUsage);
 }
 
 FetchRequest taskRequest(Program& program, const TaskQueryOptions& options) {

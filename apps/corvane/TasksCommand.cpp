@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/StoreJson.h"
 #include "apps/corvane/TaskListing.h"
 #include "apps/corvane/TaskQuery.h"
@@ -27,7 +28,7 @@ void runTasks(Program& program, const TasksOptions& options) {
     }
     TaskListing listing(program, program.store());
     for (const GTask* task : fetchTasks(program, options.query)) listing.add({task, 0});
-    listing.print("No tasks.");
+    listing.print(translated("No tasks."));
 }
 
 std::string nameOfFilter(std::uint32_t filter) {
@@ -56,9 +57,9 @@ void printFilters(Program& program, const TaskQueryOptions& query) {
 
 void setFilterOrder(const std::string& name, int order) {
     const std::string_view key = tasksOrderKeyForFilter(filterFromText(name));
-    if (key.empty()) throw CommandFailure("this filter remembers no order", kUsage);
+    if (key.empty()) throw CommandFailure(translated("this filter remembers no order"), kUsage);
     if (!corvaneUserDefaults().setObject(key, {std::int64_t{order}})) {
-        throw CommandFailure("the settings could not be written");
+        throw CommandFailure(translated("the settings could not be written"));
     }
 }
 
@@ -69,9 +70,11 @@ void addSetFilterCommand(CLI::App& filters) {
     };
     const auto options = std::make_shared<Options>();
     constexpr int kLastOrder = 2;
-    CLI::App& command = *filters.add_subcommand("set", "Remember the order of a filter's tasks");
-    command.add_option("filter", options->filter, "A filter's name or number")->required();
-    command.add_option("--order", options->order, "0 manual, 1 priority and title, 2 priority and due date")
+    CLI::App& command = *filters.add_subcommand("set", translated("Remember the order of a filter's tasks"));
+    command.add_option("filter", options->filter, translated("A filter's name or number"))->required();
+    command
+        .add_option("--order", options->order,
+                    translated("0 manual, 1 priority and title, 2 priority and due date"))
         ->check(CLI::Range(0, kLastOrder))
         ->required();
     command.callback([options] { setFilterOrder(options->filter, options->order); });
@@ -81,15 +84,16 @@ void addSetFilterCommand(CLI::App& filters) {
 
 void addTasksCommands(CLI::App& app, Program& program) {
     const auto options = std::make_shared<TasksOptions>();
-    CLI::App& tasks = *app.add_subcommand("tasks", "List tasks by filter, list or predicate");
+    CLI::App& tasks = *app.add_subcommand("tasks", translated("List tasks by filter, list or predicate"));
     addTaskQueryOptions(tasks, options->query);
-    tasks.add_flag("--count", options->count, "Only say how many");
+    tasks.add_flag("--count", options->count, translated("Only say how many"));
     tasks.callback([&program, options] { runTasks(program, *options); });
 
     const auto query = std::make_shared<TaskQueryOptions>();
-    CLI::App& filters = *app.add_subcommand("filters", "List the filters and how many tasks each has");
-    filters.add_option("--account", query->account, "The account at hand, else the default one");
-    filters.add_flag("--hide-completed", query->hideCompleted, "Count only open tasks");
+    CLI::App& filters =
+        *app.add_subcommand("filters", translated("List the filters and how many tasks each has"));
+    filters.add_option("--account", query->account, translated("The account at hand, else the default one"));
+    filters.add_flag("--hide-completed", query->hideCompleted, translated("Count only open tasks"));
     addSetFilterCommand(filters);
     filters.callback([&program, &filters, query] {
         if (filters.get_subcommands().empty()) printFilters(program, *query);

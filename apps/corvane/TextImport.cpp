@@ -1,6 +1,7 @@
 // Tasks from plain text: the export's own form, or one task a line with indentation for subtasks.
 #include <algorithm>
 
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/TaskImport.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Environment.h"
@@ -167,7 +168,7 @@ ImportedList readPlainLines(const std::vector<Line>& lines) {
 }  // namespace
 
 ImportResult importFromText(std::string_view utf8) {
-    if (utf8.find('\0') != std::string_view::npos) return std::string("the file is no text");
+    if (utf8.find('\0') != std::string_view::npos) return translated("the file is no text");
     const std::u16string text = textFromUtf8(utf8);
     const std::vector<Line> lines = linesOf(text);
     Import import;

@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandLine.h"
+#include "apps/corvane/CommandText.h"
 #include "apps/corvane/TerminalStyle.h"
 #include "apps/corvane/TerminalText.h"
 #include "apps/corvane/TodayJson.h"
@@ -142,7 +143,7 @@ class TodayDisplay {
 
 void runToday(Program& program, TodayOptions& options) {
     if (program.options.json && !options.format.empty() && options.format != "json") {
-        throw CommandFailure("--json and --format " + options.format + " exclude each other", kUsage);
+        throw CommandFailure(translated("--json and --format %@ exclude each other", options.format), kUsage);
     }
     if (options.format.empty()) options.format = program.options.json ? "json" : "text";
     TodayDisplay display(program, options);
@@ -153,22 +154,25 @@ void runToday(Program& program, TodayOptions& options) {
 void addOptions(CLI::App& command, TodayOptions& options) {
     addWidgetOptions(command, options.widget);
     addChoice(command, "--format", options.format, {"text", "json", "waybar", "line"},
-              "How to print it (text)");
-    command.add_flag("--follow", options.follow, "Stay, and print again whenever it changes");
-    addChoice(command, "--color", options.color, {"auto", "always", "never"}, "Colours in the text (auto)");
+              translated("How to print it (text)"));
+    command.add_flag("--follow", options.follow, translated("Stay, and print again whenever it changes"));
+    addChoice(command, "--color", options.color, {"auto", "always", "never"},
+              translated("Colours in the text (auto)"));
     addChoice(command, "--links", options.links, {"auto", "always", "never"},
-              "Hyperlinks in the text (auto)");
-    command.add_option("--max-width", options.maxWidth, "Cells of a line of text, or of a title in a bar")
+              translated("Hyperlinks in the text (auto)"));
+    command
+        .add_option("--max-width", options.maxWidth,
+                    translated("Cells of a line of text, or of a title in a bar"))
         ->check(CLI::Range(1, 100'000))
         ->option_text("CELLS");
-    command.add_flag("--hide-empty", options.hideEmpty, "Print nothing when nothing is due");
+    command.add_flag("--hide-empty", options.hideEmpty, translated("Print nothing when nothing is due"));
 }
 
 }  // namespace
 
 void addTodayCommand(CLI::App& app, Program& program) {
     const auto options = std::make_shared<TodayOptions>();
-    CLI::App& command = *app.add_subcommand("today", "Show what is due today");
+    CLI::App& command = *app.add_subcommand("today", translated("Show what is due today"));
     addOptions(command, *options);
     command.callback([&program, options] { runToday(program, *options); });
 }

@@ -58,6 +58,13 @@ std::u16string priorityWord(std::int32_t priority) {
     return value >= 30 ? localizedString("low") : localizedString("none");
 }
 
+std::u16string priorityInWords(std::int32_t priority) {
+    const auto value = static_cast<std::uint32_t>(priority);
+    if (value >= 50) return localizedString("high priority");
+    if (value >= 40) return localizedString("medium priority");
+    return value >= 30 ? localizedString("low priority") : localizedString("no priority");
+}
+
 std::u16string dueInWords(const GTask& task) {
     const std::optional<Date> due = task.dueDate();
     return due ? dueInWords(*due, task.hasDueTime()) : std::u16string();

@@ -13,6 +13,8 @@ namespace corvane {
 
 /// "none", "low", "medium" or "high", by the bands that the widget marks.
 std::u16string priorityWord(std::int32_t priority);
+/// "no priority", "low priority", "medium priority" or "high priority".
+std::u16string priorityInWords(std::int32_t priority);
 
 /// Day and, where the task has one, time: "Today at 14:00", "Fri, Mar 8, 14:00 (In 3 days)"; empty without a
 /// due date.

@@ -31,8 +31,7 @@ Expression expressionOf(const PredicateArgument& argument) {
 // A fault of an argument: a sentence with its number, from 1.
 PredicateError argumentFault(const PlaceholderExpression& placeholder, const char* sentence) {
     return {placeholder.position,
-            utf8FromText(stringWithFormat(localizedString(sentence),
-                                          {static_cast<std::int64_t>(placeholder.index + 1)}))};
+            localizedUtf8(sentence, {textFromUtf8(std::to_string(placeholder.index + 1))})};
 }
 
 FilledExpression keyPathOf(const PlaceholderExpression& placeholder, const Value& value) {
@@ -41,7 +40,7 @@ FilledExpression keyPathOf(const PlaceholderExpression& placeholder, const Value
         std::variant<KeyPath, PredicateError> path = keyPathFromText(*text);
         if (auto* read = std::get_if<KeyPath>(&path)) return Expression{std::move(*read)};
     }
-    return argumentFault(placeholder, textKey("argument %d is no key path"));
+    return argumentFault(placeholder, textKey("argument %@ is no key path"));
 }
 
 FilledExpression integerOf(const PlaceholderExpression& placeholder, const Value& value) {
@@ -49,7 +48,7 @@ FilledExpression integerOf(const PlaceholderExpression& placeholder, const Value
         return Expression{ConstantExpression{std::int64_t{*flag ? 1 : 0}}};
     }
     if (std::holds_alternative<std::int64_t>(value)) return Expression{ConstantExpression{value}};
-    return argumentFault(placeholder, textKey("argument %d is no integer"));
+    return argumentFault(placeholder, textKey("argument %@ is no integer"));
 }
 
 FilledExpression realOf(const PlaceholderExpression& placeholder, const Value& value) {
@@ -57,18 +56,18 @@ FilledExpression realOf(const PlaceholderExpression& placeholder, const Value& v
         return Expression{ConstantExpression{static_cast<double>(*integer)}};
     }
     if (std::holds_alternative<double>(value)) return Expression{constantOf(value)};
-    return argumentFault(placeholder, textKey("argument %d is no number"));
+    return argumentFault(placeholder, textKey("argument %@ is no number"));
 }
 
 FilledExpression filledPlaceholder(const PlaceholderExpression& placeholder,
                                    std::span<const PredicateArgument> arguments) {
     if (placeholder.index >= arguments.size()) {
-        return argumentFault(placeholder, textKey("argument %d is missing"));
+        return argumentFault(placeholder, textKey("argument %@ is missing"));
     }
     const PredicateArgument& argument = arguments[placeholder.index];
     if (placeholder.conversion == Conversion::kObject) return expressionOf(argument);
     const auto* value = std::get_if<Value>(&argument);
-    if (!value) return argumentFault(placeholder, textKey("argument %d is a list"));
+    if (!value) return argumentFault(placeholder, textKey("argument %@ is a list"));
     switch (placeholder.conversion) {
         case Conversion::kKeyPath:
             return keyPathOf(placeholder, *value);

@@ -1,0 +1,79 @@
+#include "apps/corvane/ParserTexts.h"
+
+#include <array>
+#include <optional>
+
+#include "apps/corvane/CommandText.h"
+
+namespace corvane {
+namespace {
+
+// The parser fills its texts itself; they are taken apart by these, whose placeholders stand in order.
+struct Reason {
+    std::string_view kind;
+    const char* key;
+};
+constexpr Reason kReasons[] = {
+    {"RequiredError",    textKey("%@ is required")                                    },
+    {"RequiresError",    textKey("%1$@ requires %2$@")                                },
+    {"ExcludesError",    textKey("%1$@ excludes %2$@")                                },
+    {"ExtrasError",      textKey("The following argument was not expected: %@")       },
+    {"ExtrasError",      textKey("The following arguments were not expected: %@")     },
+    {"ConversionError",  textKey("Could not convert: %1$@ = %2$@")                    },
+    {"ConversionError",  textKey("%@: Should be true/false or a number")              },
+    {"ConversionError",  textKey("%@: too many inputs for a flag")                    },
+    {"ValidationError",  textKey("%1$@: Value %2$@ not in range %3$@ to %4$@")        },
+    {"ValidationError",  textKey("%1$@: Value %2$@ could not be converted")           },
+    {"ValidationError",  textKey("%1$@: %2$@ not in %3$@")                            },
+    {"ArgumentMismatch", textKey("%1$@: %2$@ required %3$@ missing")                  },
+    {"ArgumentMismatch", textKey("%1$@: At least %2$@ required but received %3$@")    },
+    {"ArgumentMismatch", textKey("%1$@: At Most %2$@ required but received %3$@")     },
+    {"ArgumentMismatch", textKey("Expected at least %1$@ arguments to %2$@, got %3$@")},
+    {"ArgumentMismatch", textKey("Expected exactly %1$@ arguments to %2$@, got %3$@") },
+    {"ArgumentMismatch", textKey("%@ was given a disallowed flag override")           },
+};
+
+constexpr std::size_t kMostArguments = 4;
+using Arguments = std::array<std::string_view, kMostArguments>;
+
+// Takes what stands before the next placeholder off the front of a key, and the placeholder with it.
+std::string_view takePiece(std::string_view& key) {
+    const std::size_t placeholder = key.find('%');
+    const std::string_view piece = key.substr(0, placeholder);
+    key.remove_prefix(placeholder == key.npos ? key.size() : key.find('@', placeholder) + 1);
+    return piece;
+}
+
+// What the placeholders of a key stand for in a text; none when the text is another one.
+std::optional<Arguments> argumentsOf(std::string_view text, std::string_view key) {
+    const std::string_view beginning = takePiece(key);
+    if (!text.starts_with(beginning)) return std::nullopt;
+    text.remove_prefix(beginning.size());
+    Arguments arguments;
+    for (std::string_view& argument : arguments) {
+        const bool isLast = key.find('%') == key.npos;
+        const std::string_view piece = takePiece(key);
+        if (isLast && !text.ends_with(piece)) return std::nullopt;
+        const std::size_t end = isLast ? text.size() - piece.size() : text.find(piece);
+        if (end == text.npos) return std::nullopt;
+        argument = text.substr(0, end);
+        text.remove_prefix(end + piece.size());
+        if (isLast) return arguments;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::string translatedReason(std::string_view kind, const std::string& english) {
+    for (const Reason& reason : kReasons) {
+        if (reason.kind != kind) continue;
+        if (const auto arguments = argumentsOf(english, reason.key)) {
+            const auto& [first, second, third, fourth] = *arguments;
+            return translated(reason.key, first, second, third, fourth);
+        }
+    }
+    return english;
+}
+
+}  // namespace corvane
