@@ -81,33 +81,6 @@ TEST_F(FetchingTest, ObjectsAreTheSameAndTakeFreshValues) {
     }
 }
 
-TEST_F(FetchingTest, ChangedPropertiesKeepTheirValuesAndTheOthersAreFresh) {
-    Book& book = books_.book(u"U0a");
-    book.setPages(77);
-    executeElsewhere("UPDATE ZBOOK SET ZPAGES = 500, ZCOPIES = 9, Z_OPT = 2 WHERE ZTITLE = 'U0a'");
-    fetched(context(), shelvedBooks());
-    EXPECT_EQ(book.pages(), 77);
-    EXPECT_EQ(book.copies(), 9);
-    EXPECT_THAT(book.changedKeys(), testing::ElementsAre("pages"));
-    book.setPages(500);
-    EXPECT_FALSE(book.hasChanges());
-    book.setPages(0);
-    books_.save();
-    EXPECT_EQ(rows("SELECT ZPAGES, ZCOPIES, Z_OPT FROM ZBOOK WHERE ZTITLE = 'U0a'"), "0|9|3");
-}
-
-TEST_F(FetchingTest, MembersThatOthersMovedAreSeenAfterAFetch) {
-    Shelf& shelf = books_.shelf(u"U0");
-    Book& book = books_.book(u"U0a");
-    EXPECT_EQ(shelf.books().size(), 4u);
-    EXPECT_EQ(book.parts().size(), 2u);
-    executeElsewhere("UPDATE ZBOOK SET ZSHELF = NULL WHERE ZTITLE = 'U0b'");
-    executeElsewhere("INSERT INTO ZBOOK (Z_PK, ZTITLE, ZWHOLE) VALUES (900, 'U0a2', 1)");
-    fetched(context(), shelvedBooks(5));
-    EXPECT_EQ(shelf.books().size(), 3u);
-    EXPECT_EQ(book.parts().size(), 3u);
-}
-
 TEST_F(FetchingTest, ARowAndItsSurroundingsTakeThreeStatementsForAllThatShow) {
     for (const std::size_t batchSize : {1, 5, 16}) {
         BookStore reopened(file_);

@@ -99,36 +99,6 @@ TEST_F(ContextTest, NothingIsToldAfterItsEnd) {
     EXPECT_THAT(changes, ElementsAre());
 }
 
-TEST_F(ContextTest, RollingBackRestoresObjectsAndRelationships) {
-    Shelf& upper = books_.addShelf(u"Upper");
-    Shelf& lower = books_.addShelf(u"Lower");
-    Book& a = books_.addBook(u"A", &upper);
-    Book& b = books_.addBook(u"B", &upper, &a);
-    books_.save();
-
-    a.setShelf(&lower);
-    a.setTitle(u"AA");
-    Book& added = books_.addBook(u"C", &upper);
-    b.setWhole(&added);
-    context().deleteObject(upper);
-    EXPECT_EQ(titles({&a}), "AA");
-    EXPECT_TRUE(b.isDeleted());
-    context().rollback();
-
-    EXPECT_FALSE(context().hasChanges());
-    EXPECT_TRUE(added.isDeleted());
-    EXPECT_EQ(added.managedObjectContext(), nullptr);
-    EXPECT_FALSE(b.isDeleted());
-    EXPECT_EQ(titles({&a}), "A");
-    EXPECT_EQ(a.shelf(), &upper);
-    EXPECT_EQ(b.whole(), &a);
-    EXPECT_THAT(upper.books().toVector(), ElementsAre(&a, &b));
-    EXPECT_THAT(a.parts().toVector(), ElementsAre(&b));
-    EXPECT_TRUE(lower.books().empty());
-    books_.save();
-    EXPECT_EQ(rows("SELECT count(*), max(Z_OPT) FROM ZBOOK"), "2|1");
-}
-
 TEST_F(ContextTest, DeletionLoadsWhatItTakesAlongInFewStatements) {
     Owner& owner = books_.addOwner(u"O");
     for (int i = 0; i < 20; ++i) {
@@ -155,8 +125,10 @@ TEST_F(ContextTest, DeletionLoadsWhatItTakesAlongInFewStatements) {
 TEST_F(ContextTest, IdentifiersNameObjects) {
     Book& book = books_.addBook(u"A");
     EXPECT_EQ(context().uriRepresentation(book).substr(0, 20), "x-coredata:///Book/t");
-    EXPECT_EQ(context().objectWithID(book.objectID()), &book);
+    const ManagedObjectID beforeSaving = book.objectID();
     books_.save();
+    EXPECT_EQ(context().objectWithID(beforeSaving), &book);
+    EXPECT_EQ(context().objectWithID(book.objectID()), &book);
     const std::string uri = context().uriRepresentation(book);
     EXPECT_EQ(uri, "x-coredata://" + rows("SELECT Z_UUID FROM Z_METADATA") + "/Book/p1");
     EXPECT_EQ(context().objectWithUri(uri), &book);
@@ -179,33 +151,18 @@ TEST_F(ContextTest, IdentifiersNameObjects) {
 TEST(ManagedObjectIDTest, OnlyTheExactSpellingOfAUriIsRead) {
     constexpr std::string_view kUuid = "6F2B1C7E-3A0D-4E57-9C1B-5D0A8E4F7B21";
     const std::string store = "x-coredata://" + std::string(kUuid);
-    const struct {
-        const char* rest;
-        std::int64_t key;
-    } kRows[] = {
-        {"/Book/p12",                  12                 },
-        {"/Book/p9223372036854775807", 9223372036854775807},
-        {"/Book/p9223372036854775808", 0                  },
-        {"/Book/p0",                   0                  },
-        {"/Book/p+1",                  0                  },
-        {"/Book/p1 ",                  0                  },
-        {"/Book/p",                    0                  },
-        {"/Book/t1",                   0                  },
-        {"/book/p1",                   0                  },
-        {"/Magazine/p1",               0                  },
-    };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.rest);
-        const auto id = objectIDFromUri(store + row.rest, kUuid, bookModel());
-        EXPECT_EQ(id ? id->key : 0, row.key);
-        if (id) {
-            EXPECT_EQ(uriRepresentation(*id, kUuid), store + row.rest);
-        }
+    const auto id = objectIDFromUri(store + "/Book/p9223372036854775807", kUuid, bookModel());
+    ASSERT_TRUE(id);
+    EXPECT_EQ(id->key, 9223372036854775807);
+    EXPECT_EQ(uriRepresentation(*id, kUuid), store + "/Book/p9223372036854775807");
+    for (const char* rest : {"/Book/p9223372036854775808", "/Book/p012", "/Book/p0", "/Book/p+1", "/Book/p1 ",
+                             "/Book/p", "/Book/t1", "/book/p1", "/Magazine/p1"}) {
+        EXPECT_FALSE(objectIDFromUri(store + rest, kUuid, bookModel())) << rest;
     }
     for (const char* uri :
          {"x-coredata:///Book/p1", "X-COREDATA://6F2B1C7E-3A0D-4E57-9C1B-5D0A8E4F7B21/Book/p1",
           "x-coredata://6f2b1c7e-3a0d-4e57-9c1b-5d0a8e4f7b21/Book/p1"}) {
-        EXPECT_FALSE(objectIDFromUri(uri, kUuid, bookModel()).has_value()) << uri;
+        EXPECT_FALSE(objectIDFromUri(uri, kUuid, bookModel())) << uri;
     }
     const ManagedObjectID temporary{bookModel().entity("Book"), 31, true};
     EXPECT_EQ(uriRepresentation(temporary, kUuid), "x-coredata:///Book/t1F");

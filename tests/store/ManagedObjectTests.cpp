@@ -28,7 +28,8 @@ TEST_F(ManagedObjectTest, ANewObjectHasZerosAndNothingElse) {
 }
 
 TEST_F(ManagedObjectTest, EveryKindOfValueComesBack) {
-    const Bytes bytes{0, 1, 255};
+    using namespace std::string_literals;
+    const Bytes bytes{0, 1, 255}, none;
     Book& book = books_.addBook(u"Gr\u00fc\u00dfe \U0001F600");
     book.setPages(-32768);
     book.setCopies(2147483647);
@@ -37,9 +38,13 @@ TEST_F(ManagedObjectTest, EveryKindOfValueComesBack) {
     book.setRating(-0.125);
     book.setPrinted(at("2024-03-05 09:00:30.250"));
     book.setCover(&bytes);
+    books_.addBook(u"a\xD83D\u0000b"s).setCover(&none);
     books_.save();
 
     BookStore reopened(file_);
+    EXPECT_EQ(rows("SELECT hex(ZTITLE), hex(ZCOVER), ZPRINTED FROM ZBOOK WHERE Z_PK = 2"),
+              "61EFBFBD0062||NULL")
+        << "a lone surrogate is replaced, a zero is not an end";
     const Book& read = reopened.book(u"Gr\u00fc\u00dfe \U0001F600");
     EXPECT_EQ(read.pages(), -32768);
     EXPECT_EQ(read.copies(), 2147483647);

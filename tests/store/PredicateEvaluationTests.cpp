@@ -87,33 +87,6 @@ TEST_F(PredicateMeaning, IsTheSameInMemoryAndInTheFile) {
     }
 }
 
-TEST_F(PredicateMeaning, VariablesActAsTheirValues) {
-    struct Row {
-        const char16_t* predicate;
-        PredicateArgument value;
-        const char* expected;
-    };
-    const Row rows[] = {
-        {u"shelf == $X",                              Value(&old_),                                           "A Set"    },
-        {u"shelf.owner == $X",                        Value(),                                                "- C D"    },
-        {u"shelf IN $X",                              std::vector<Value>{Value(&old_), Value()},              "- A C Set"},
-        {u"pages BETWEEN $X",                         std::vector<Value>{Value(std::int64_t{2}), Value(7.5)}, "B C D"    },
-        {u"printed == $X",                            Value(Date(TimeInterval(10))),                          "Set"      },
- // A list or a value where it cannot be makes the comparison neither true nor false
-        {u"pages == $X OR NOT pages == $X",           std::vector<Value>{Value(std::int64_t{7})},             ""         },
-        {u"pages IN $X OR NOT pages IN $X",           Value(std::int64_t{7}),                                 ""         },
-        {u"title MATCHES $X OR NOT title MATCHES $X", Value(u"["),                                            ""         },
-    };
-    for (const char* state : {"unsaved", "saved"}) {
-        for (const Row& row : rows) {
-            SCOPED_TRACE(utf8FromText(row.predicate));
-            variables_.insert_or_assign("X", row.value);
-            EXPECT_EQ(found(row.predicate), row.expected) << state;
-        }
-        books_.save();
-    }
-}
-
 TEST_F(PredicateMeaning, AnObjectWithoutARowIsInNoRow) {
     books_.save();
     Shelf& unsaved = books_.addShelf(u"Unsaved");
@@ -135,27 +108,6 @@ TEST_F(PredicateMeaning, ARelationshipToAMissingRowIsThereButHasNoValues) {
     EXPECT_EQ(inFile(u"shelf.name == nil"), "- A C Set");
     EXPECT_EQ(inFile(u"shelf.owner.name == nil"), "- A B C D Set");
     EXPECT_EQ(inFile(u"shelf.books.@count == 0"), "- A C Set");
-}
-
-TEST_F(PredicateMeaning, SortKeysOrderObjectsAsTheyOrderRows) {
-    using enum SortDescriptor::Comparison;
-    constexpr bool kAscending = true;
-    books_.shelf(u"Lost").setName(u"\u00e4rmel");
-    books_.shelf(u"New").setName(u"Zebra");
-    const auto sorted = [&](std::vector<SortDescriptor> keys) {
-        return titles(context(), booksWhere(u"", std::move(keys)));
-    };
-    const SortDescriptor byTitle{"title"}, fromTheLastTitle{"title", !kAscending}, byPages{"pages"};
-    const SortDescriptor byShelf{"shelf.name", kAscending, kLocalizedCaseInsensitive};
-    const SortDescriptor fromTheLastShelf{"shelf.name", !kAscending}, readFirst{"isRead", !kAscending};
-    for (const char* state : {"unsaved", "saved"}) {
-        SCOPED_TRACE(state);
-        EXPECT_EQ(sorted({fromTheLastTitle}), "Set D C B A -");
-        EXPECT_EQ(sorted({byShelf, fromTheLastTitle}), "C - D Set A B");
-        EXPECT_EQ(sorted({fromTheLastShelf, byTitle}), "D B A Set - C");
-        EXPECT_EQ(sorted({readFirst, {"printed"}, byPages}), "B A C D Set -");
-        books_.save();
-    }
 }
 
 }  // namespace

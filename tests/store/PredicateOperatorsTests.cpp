@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <string>
 #include <string_view>
 
@@ -71,51 +70,6 @@ TEST(PredicateOperators, LikeEndsQuicklyOnPatternsWithManyRuns) {
     for (int i = 0; i < 2000; ++i) pattern += u"*a";
     const std::u16string text = std::u16string(4000, u'a') + u"b";
     EXPECT_EQ(applyOperator(PredicateOperator::kLike, kExact, text, pattern), Truth::kFalse);
-}
-
-// Every value is below the next one, as in SQLite; a number is below every text and a text below all bytes.
-TEST(PredicateOperators, OrderKindsAsSqliteDoes) {
-    const double infinity = std::numeric_limits<double>::infinity();
-    const std::uint8_t data[] = {0, 255};
-    const auto bytes = [&](std::size_t count) { return std::span<const std::uint8_t>(data, count); };
-    const auto integer = [](std::int64_t value) { return value; };
-    using Limits = std::numeric_limits<std::int64_t>;
-    struct Ranked {
-        int rank;
-        ValueView value;
-    };
-    const Ranked values[] = {
-        {0,  -infinity                },
-        {1,  Limits::min()            },
-        {2,  false                    },
-        {2,  integer(0)               },
-        {2,  -0.0                     },
-        {2,  Date()                   },
-        {3,  0.5                      },
-        {4,  true                     },
-        {4,  integer(1)               },
-        {4,  Date(TimeInterval(1))    },
-        {5,  integer(9007199254740992)},
-        {5,  9007199254740992.0       },
-        {6,  integer(9007199254740993)},
-        {7,  Limits::max()            },
-        {8,  9223372036854775808.0    },
-        {9,  u""                      },
-        {10, u"1"                     },
-        {11, u"a"                     },
-        {12, bytes(0)                 },
-        {13, bytes(1)                 },
-        {14, bytes(2)                 },
-    };
-    for (const Ranked& a : values) {
-        for (const Ranked& b : values) {
-            SCOPED_TRACE(std::to_string(a.rank) + " and " + std::to_string(b.rank));
-            using enum PredicateOperator;
-            EXPECT_EQ(applyOperator(kLess, kExact, a.value, b.value), truthOf(a.rank < b.rank));
-            EXPECT_EQ(applyOperator(kEqual, kNoCase, a.value, b.value), truthOf(a.rank == b.rank));
-            EXPECT_EQ(applyOperator(kGreaterOrEqual, kExact, a.value, b.value), truthOf(a.rank >= b.rank));
-        }
-    }
 }
 
 TEST(PredicateOperators, NilAndNanAreUnknownToEveryOperator) {

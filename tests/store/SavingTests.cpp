@@ -19,20 +19,6 @@ class SavingTest : public BookStoreTest {
     }
 };
 
-TEST_F(SavingTest, RowsGetNumbersInTheOrderOfInsertion) {
-    const Book& first = books_.addBook(u"D");
-    const Book& second = books_.addBook(u"E");
-    const ManagedObjectID temporary = first.objectID();
-    EXPECT_TRUE(temporary.isTemporary);
-    books_.save();
-    EXPECT_EQ(first.objectID(), (ManagedObjectID{&first.entity(), 4, false}));
-    EXPECT_EQ(second.objectID().key, 5);
-    EXPECT_EQ(context().objectWithID(temporary), &first);
-    EXPECT_EQ(context().objectWithID(first.objectID()), &first);
-    EXPECT_FALSE(context().hasChanges());
-    EXPECT_EQ(rows("SELECT Z_MAX FROM Z_PRIMARYKEY WHERE Z_NAME = 'Book'"), "5");
-}
-
 TEST_F(SavingTest, OnlyChangedColumnsAreWritten) {
     executeElsewhere(
         "CREATE TRIGGER guard BEFORE UPDATE OF ZTITLE, ZCOPIES, ZSHELF ON ZBOOK "

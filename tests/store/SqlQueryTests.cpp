@@ -42,27 +42,6 @@ std::u16string repeated(std::u16string_view part, int count) {
     return text;
 }
 
-TEST(SqlQuery, JoinsEachPathOnce) {
-    FetchRequest wanted =
-        request("Book", u"shelf.owner.rank == 1 AND shelf.hidden == NO AND shelf == nil",
-                {
-                    {"shelf.name",                                           false, SortDescriptor::Comparison::kLocalizedCaseInsensitive},
-                    {"pages"}
-    });
-    wanted.relationshipKeyPathsForPrefetching = {"shelf.owner", "whole"};
-    const SqlQuery query = translated(wanted);
-    EXPECT_EQ(query.joins,
-              " LEFT JOIN ZSHELF t1 ON t1.Z_PK = t0.ZSHELF LEFT JOIN ZOWNER t2 ON t2.Z_PK = t1.ZOWNER"
-              " LEFT JOIN ZBOOK t3 ON t3.Z_PK = t0.ZWHOLE");
-    EXPECT_EQ(query.where, "(t2.ZRANK = ?1) IS TRUE AND (t1.ZHIDDEN = 0) IS TRUE AND t0.ZSHELF IS NULL");
-    EXPECT_EQ(query.orderBy, "t1.ZNAME COLLATE CORVANE_LOCALIZED DESC, t0.ZPAGES, t0.Z_PK");
-    std::string paths;
-    for (const auto& path : query.joinedPaths) {
-        paths += path.keyPath + "=" + path.alias + ":" + std::string(path.entity->name()) + " ";
-    }
-    EXPECT_EQ(paths, "shelf=t1:Shelf shelf.owner=t2:Owner whole=t3:Book ");
-}
-
 TEST(SqlQuery, RefusesWhatDoesNotFitTheModel) {
     struct Row {
         const char16_t* predicate;

@@ -135,34 +135,6 @@ TEST_F(StoreFileTest, ReadingLeavesFileAndLogAsTheyWere) {
     }
 }
 
-TEST_F(StoreFileTest, BindsValuesAsTheFormatHasThem) {
-    const auto store = openedStore(file);
-    const std::u16string loneSurrogate = {u'a', 0xD83D, u'b'};
-    struct Row {
-        Value value;
-        const char* expected;  ///< storage class, literal up to a zero, length
-    };
-    const Row rows[] = {
-        {Value(),                         "null NULL"          },
-        {true,                            "integer 1 1"        },
-        {Date(TimeInterval(731332800.5)), "real 731332800.5 11"},
-        {std::u16string(),                "text '' 0"          },
-        {loneSurrogate,                   "text 'a\uFFFDb' 5"  },
-        {std::u16string(u"a\0b",          3),                    "text 'a' 3"},
-        {Bytes{0x00, 0xFF},                               "blob X'00FF' 2"                                   },
-        {Bytes(),                               "blob X'' 0"          },
-    };
-    auto prepared = store->prepare(
-        "SELECT typeof(?1) || ' ' || quote(?1) || ifnull(' ' || length(CAST(?1 AS BLOB)), '')");
-    auto& statement = std::get<SqliteStatement>(prepared);
-    for (const auto& [value, expected] : rows) {
-        statement.bind(1, value);
-        ASSERT_EQ(statement.step(), SqliteStatement::Step::kRow);
-        EXPECT_EQ(statement.utf8(0), expected);
-        statement.reset();
-    }
-}
-
 TEST_F(PlatformStoreTest, LendsOneTextTwice) {
     const auto store = openedStore(file);
     const std::string sql = "SELECT Z_PK FROM ZGTASK ORDER BY Z_PK";
@@ -182,23 +154,6 @@ TEST_F(PlatformStoreTest, LendsOneTextTwice) {
 }
 
 // The schema
-
-TEST_F(StoreFileTest, ReadsAnOlderStoreWithoutChangingIt) {
-    writePlatformStore(file, {.model = PlatformStoreShape::Model::kOlder});
-    const std::string before = fileBytes(file);
-    {
-        const auto store = openedStore(file);
-        EXPECT_FALSE(store->hasColumn(listEntity(), propertyOf(listEntity(), "isIsolated")));
-        EXPECT_EQ(textOf(*store, "SELECT " + store->selectList(listEntity()).text + " FROM ZGLIST t0"), "1");
-    }
-    EXPECT_TRUE(fileBytes(file) == before);
-
-    PersistentStoreDescription rigid = storeAt(file);
-    rigid.migratesAutomatically = false;
-    const auto opened = SqliteStore::open(rigid, storeFileModel());
-    ASSERT_TRUE(std::holds_alternative<StoreError>(opened));
-    EXPECT_EQ(std::get<StoreError>(opened).kind, StoreError::Kind::kInvalid);
-}
 
 TEST_F(StoreFileTest, FollowsAMigrationOfTheApplication) {
     writePlatformStore(file, {.model = PlatformStoreShape::Model::kOlder});

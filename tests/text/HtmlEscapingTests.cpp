@@ -1,7 +1,6 @@
 #include "text/HtmlEscaping.h"
 
 #include <algorithm>
-#include <memory>
 #include <random>
 #include <string>
 
@@ -61,11 +60,6 @@ TEST(HtmlEscaping, NamesWhatTheTableHolds) {
               u"caf\u00e9 \u4e2d &mdash; 5&euro;");
     EXPECT_EQ(gtm_stringByEscapingForAsciiHTML(u"caf\u00e9 \u4e2d\x7f\x80"),
               u"caf&eacute; &#20013;\x7f&#128;");
-    constexpr HtmlEntity kOwn[] = {
-        {u"&dot;", u'.'}
-    };
-    const auto table = std::make_unique<HtmlEntityTable>(kOwn);
-    EXPECT_EQ(gtm_stringByEscapingHTMLUsingTable(u"a.<\u00e9", *table, true), u"a&dot;<&#233;");
 }
 
 TEST(HtmlEscaping, WritesASurrogatePairAsTwoReferences) {

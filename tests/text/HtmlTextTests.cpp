@@ -28,14 +28,11 @@ void expectRows(std::u16string (*operation)(std::u16string_view), const Row (&ro
 TEST(HtmlToPlainText, SeparatesWordsByBlocksAndWhiteSpace) {
     const Row kRows[] = {
         {"a closing block tag adds a blank",      u"<p>Hello</p><p>World</p>",         u"Hello World " },
-        {"but not before its end is known",       u"<p>Hello</p",                      u"Hello"        },
         {"nor before any text",                   u"</p></div>a",                      u"a"            },
         {"inline tags join, in any case",         u"<b>a</b>b</STRONG>c</acronym>d",   u"abcd"         },
         {"letters end an inline name",            u"a</b1>b</bx>c</ b>d</>e",          u"ab c d e"     },
-        {"opening tags join",                     u"a<br>b<br/>c<p class='x'>d",       u"abcd"         },
         {"comments join",                         u"a<!-- </p> <b> -- > -->b<!--->c",  u"ab"           },
         {"white space collapses",                 u" \t a \r\n\f\u0085\u2028\u2029b ", u"a b"          },
-        {"other blanks stay",                     u"a\u00a0\vb",                       u"a\u00a0\vb"   },
         {"blanks of tags and white space add up", u"a </p> b",                         u"a   b"        },
         {"references are decoded last",           u"a &amp;&lt;b&gt;&nbsp;",           u"a &<b>\u00a0" },
         {"a lone less-than sign starts a tag",    u"1 < 2, 3 > 2, 4 < 5",              u"1  2, 4 "     },
@@ -56,10 +53,8 @@ TEST(StrippingTags, CollapsesWhiteSpaceOnlyWhereThereAreTags) {
 
 TEST(NewLinesAsBRs, CountsCarriageReturnAndLineFeedOnceAtTheStartOfARun) {
     const Row kRows[] = {
-        {"none",                u"a b",                    u"a b"                       },
         {"one",                 u"a\r\nb",                 u"a<br />b"                  },
         {"two",                 u"\n\n",                   u"<br /><br />"              },
-        {"pairs in a row",      u"\r\n\r\n\n",             u"<br /><br /><br />"        },
         {"a pair inside a run", u"\n\r\na",                u"<br /><br /><br />a"       },
         {"all kinds, no tab",   u"\f\u0085\t\u2028\u2029", u"<br /><br />\t<br /><br />"},
     };

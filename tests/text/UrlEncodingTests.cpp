@@ -36,7 +36,6 @@ TEST(UrlEncoding, LeavesATextWithALoneSurrogate) {
     EXPECT_EQ(stringByURLEncodingString(kLoneSurrogate), std::nullopt);
     EXPECT_EQ(stringByURLEncodingForURI(kLoneSurrogate), kLoneSurrogate);
     EXPECT_EQ(stringByURLEncodingStringParameter(kLoneSurrogate), kLoneSurrogate);
-    EXPECT_EQ(stringByURLEncodingString(u"\xDE00\xD83D"s), std::nullopt);
 }
 
 TEST(UrlDecoding, ReadsEscapesAsUtf8) {
