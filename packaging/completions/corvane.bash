@@ -40,6 +40,7 @@ _corvane_quoted() {
     [[ $_corvane_quote == '"' ]] && plain='[^"$`\\!]'
     for ((i = 0; i < ${#text}; i++)); do
         character=${text:i:1}
+        # shellcheck disable=SC2053  # a pattern
         if [[ $character == $plain ]]; then result+=$character; else result+="\\$character"; fi
     done
     REPLY=$result
