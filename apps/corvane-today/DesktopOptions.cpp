@@ -1,9 +1,13 @@
 #include "apps/corvane-today/DesktopOptions.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 
 #include <CLI/CLI.hpp>
+
+#include "apps/host/ParserTexts.h"
+#include "platform/foundation/Localization.h"
 
 namespace corvane {
 namespace {
@@ -20,41 +24,47 @@ struct Words {
 
 void addStoreOptions(CLI::App& app, DesktopOptions& options) {
     app.add_option("--container", options.environment.container,
-                   "The folder of the store, else $CORVANE_CONTAINER")
+                   localizedUtf8("The folder of the store, else $CORVANE_CONTAINER"))
         ->type_name("DIR");
-    app.add_option("--now", options.environment.now, "Stands in for the clock, like 2024-03-05T12:00:00Z")
+    app.add_option("--now", options.environment.now,
+                   localizedUtf8("Stands in for the clock, like 2024-03-05T12:00:00Z"))
         ->type_name("TIME");
 }
 
 void addWindowOptions(CLI::App& app, DesktopOptions& options, Words& words) {
-    app.add_option("--mode", words.mode, "The widget's display mode, else the one it was left in")
+    app.add_option("--mode", words.mode,
+                   localizedUtf8("The widget's display mode, else the one it was left in"))
         ->check(CLI::IsMember({"compact", "expanded"}))
         ->option_text("compact|expanded");
-    app.add_option("--width", options.width, "Width of the content, in points (359)")
+    app.add_option("--width", options.width, localizedUtf8("Width of the content, in points (359)"))
         ->check(CLI::Range(200.0, 2000.0))
         ->option_text("POINTS");
-    app.add_option("--height", options.height, "Largest height of the expanded content, in points (600)")
+    app.add_option("--height", options.height,
+                   localizedUtf8("Largest height of the expanded content, in points (600)"))
         ->check(CLI::Range(120.0, 10'000.0))
         ->option_text("POINTS");
-    app.add_flag("--private", options.isPrivate, "Hide the titles of tasks everywhere");
-    app.add_flag("--background", options.startsInBackground, "Start without a window where there is a tray");
-    app.add_option("--open", options.openUrl, "Show what a hand-over URL names")->type_name("URL");
+    app.add_flag("--private", options.isPrivate, localizedUtf8("Hide the titles of tasks everywhere"));
+    app.add_flag("--background", options.startsInBackground,
+                 localizedUtf8("Start without a window where there is a tray"));
+    app.add_option("--open", options.openUrl, localizedUtf8("Show what a hand-over URL names"))
+        ->type_name("URL");
 }
 
 void addActs(CLI::App& app, Words& words) {
-    CLI::Option* autostart =
-        app.add_option("--autostart", words.autostart, "Start with the session, or no more, and exit")
-            ->check(CLI::IsMember({"on", "off"}))
-            ->option_text("on|off");
+    CLI::Option* autostart = app.add_option("--autostart", words.autostart,
+                                            localizedUtf8("Start with the session, or no more, and exit"))
+                                 ->check(CLI::IsMember({"on", "off"}))
+                                 ->option_text("on|off");
     CLI::Option* png =
-        app.add_option("--png", words.png, "Draw the widget into a PNG file, without a display, and exit")
+        app.add_option("--png", words.png,
+                       localizedUtf8("Draw the widget into a PNG file, without a display, and exit"))
             ->type_name("FILE")
             ->excludes(autostart);
-    app.add_option("--scale", words.scale, "Pixels a point in that file (1)")
+    app.add_option("--scale", words.scale, localizedUtf8("Pixels a point in that file (1)"))
         ->check(CLI::Range(0.25, 8.0))
         ->option_text("FACTOR")
         ->needs(png);
-    app.add_flag("--dark", words.isDark, "Draw that file in the dark palette")->needs(png);
+    app.add_flag("--dark", words.isDark, localizedUtf8("Draw that file in the dark palette"))->needs(png);
 }
 
 void take(const Words& words, DesktopOptions& options) {
@@ -75,21 +85,24 @@ void say(const std::string& message) {
 }
 
 CommandLineReading readCommandLine(int argumentCount, const char* const* arguments) {
+    std::setlocale(LC_ALL, "");  // descriptions are translated before any option is read
     DesktopOptions options;
     Words words;
-    CLI::App app("The today widget on the desktop.", "corvane-today");
+    CLI::App app(localizedUtf8("The today widget on the desktop."), "corvane-today");
+    translateHelp(app);
     addStoreOptions(app, options);
     addWindowOptions(app, options, words);
     addActs(app, words);
-    app.set_version_flag("--version", "corvane-today " CORVANE_VERSION, "Print the version and exit");
-    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.set_version_flag("--version", "corvane-today " CORVANE_VERSION,
+                         localizedUtf8("Print the version and exit"));
+    app.set_help_flag("-h,--help", localizedUtf8("Print this help and exit"));
     try {
         app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             return {std::nullopt, app.exit(error)};
         }
-        say(error.what());
+        say(translatedReason(error.get_name(), error.what()));
         return {std::nullopt, kUsage};
     }
     take(words, options);

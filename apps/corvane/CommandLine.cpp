@@ -12,26 +12,12 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/corvane/CommandText.h"
-#include "apps/corvane/ParserTexts.h"
 #include "apps/corvane/TerminalText.h"
+#include "apps/host/ParserTexts.h"
 #include "platform/foundation/Environment.h"
 
 namespace corvane {
 namespace {
-
-// Commands below take these over when they are added.
-void translateHelp(CLI::App& app) {
-    CLI::FormatterBase& formatter = *app.get_formatter();
-    formatter.label("Usage", translated("Usage"));
-    formatter.label("OPTIONS", translated("OPTIONS"));
-    formatter.label("SUBCOMMAND", translated("SUBCOMMAND"));
-    formatter.label("Positionals", translated("Positionals"));
-    formatter.label("REQUIRED", translated("REQUIRED"));
-    formatter.label("Needs", translated("Needs"));
-    formatter.label("Excludes", translated("Excludes"));
-    app.option_defaults()->group(translated("Options"));
-    app.group(translated("Subcommands"));
-}
 
 void addGlobalOptions(CLI::App& app, Program& program) {
     app.add_option("--container", program.options.environment.container,

@@ -1,9 +1,12 @@
-#include "apps/corvane/ParserTexts.h"
+#include "apps/host/ParserTexts.h"
 
 #include <array>
 #include <optional>
 
-#include "apps/corvane/CommandText.h"
+#include <CLI/CLI.hpp>
+
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 
 namespace corvane {
 namespace {
@@ -33,8 +36,14 @@ constexpr Reason kReasons[] = {
     {"ArgumentMismatch", textKey("%@ was given a disallowed flag override")           },
 };
 
+// The parser's names for the words of its help are those words.
+constexpr const char* kHelpWords[] = {
+    textKey("Usage"),    textKey("OPTIONS"), textKey("SUBCOMMAND"), textKey("Positionals"),
+    textKey("REQUIRED"), textKey("Needs"),   textKey("Excludes"),
+};
+
 constexpr std::size_t kMostArguments = 4;
-using Arguments = std::array<std::string_view, kMostArguments>;
+using Arguments = std::array<std::u16string, kMostArguments>;
 
 // Takes what stands before the next placeholder off the front of a key, and the placeholder with it.
 std::string_view takePiece(std::string_view& key) {
@@ -50,13 +59,13 @@ std::optional<Arguments> argumentsOf(std::string_view text, std::string_view key
     if (!text.starts_with(beginning)) return std::nullopt;
     text.remove_prefix(beginning.size());
     Arguments arguments;
-    for (std::string_view& argument : arguments) {
+    for (std::u16string& argument : arguments) {
         const bool isLast = key.find('%') == key.npos;
         const std::string_view piece = takePiece(key);
         if (isLast && !text.ends_with(piece)) return std::nullopt;
         const std::size_t end = isLast ? text.size() - piece.size() : text.find(piece);
         if (end == text.npos) return std::nullopt;
-        argument = text.substr(0, end);
+        argument = textFromUtf8(text.substr(0, end));
         text.remove_prefix(end + piece.size());
         if (isLast) return arguments;
     }
@@ -65,12 +74,19 @@ std::optional<Arguments> argumentsOf(std::string_view text, std::string_view key
 
 }  // namespace
 
+void translateHelp(CLI::App& app) {
+    CLI::FormatterBase& formatter = *app.get_formatter();
+    for (const char* key : kHelpWords) formatter.label(key, localizedUtf8(key));
+    app.option_defaults()->group(localizedUtf8("Options"));
+    app.group(localizedUtf8("Subcommands"));
+}
+
 std::string translatedReason(std::string_view kind, const std::string& english) {
     for (const Reason& reason : kReasons) {
         if (reason.kind != kind) continue;
         if (const auto arguments = argumentsOf(english, reason.key)) {
             const auto& [first, second, third, fourth] = *arguments;
-            return translated(reason.key, first, second, third, fourth);
+            return localizedUtf8(reason.key, {first, second, third, fourth});
         }
     }
     return english;
