@@ -4,16 +4,13 @@
 #include <QTimer>
 
 #include "apps/corvane-today/QtText.h"
+#include "apps/corvane-today/WidgetSizes.h"
 
 namespace corvane {
 namespace {
 
 WidgetHostOptions hostOptions(const DesktopOptions& options, Application& application) {
-    WidgetHostOptions result;
-    result.displayMode = options.mode.value_or(result.displayMode);
-    result.compactSize.width = options.width.value_or(result.compactSize.width);
-    result.expandedSize.width = options.width.value_or(result.expandedSize.width);
-    result.expandedSize.height = options.height.value_or(result.expandedSize.height);
+    WidgetHostOptions result = hostOptionsFor(options);
     result.openUrl = [&application](std::u16string_view url) { application.openUrl(qtText(url)); };
     return result;
 }
@@ -25,7 +22,7 @@ Application::Application(const DesktopOptions& options)
       measuring_(WidgetFonts(QApplication::font())),
       host_(hostOptions(options, *this), measuring_),
       follower_(host_),
-      window_(host_, measuring_),
+      window_(host_, measuring_, actions_),
       events_(follower_.fileDescriptor(), QSocketNotifier::Read) {
     window_.setPrivate(options.isPrivate);
     connect(&events_, &QSocketNotifier::activated, this, [this] {

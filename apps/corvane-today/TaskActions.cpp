@@ -1,13 +1,18 @@
 #include "apps/corvane-today/TaskActions.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "apps/corvane-today/QtText.h"
+#include "apps/host/ProgramStore.h"
 #include "model/GSData.h"
 #include "model/GTask.h"
 
 namespace corvane {
 namespace {
+
+constexpr std::size_t kMostUndoables = 50;
 
 ManagedObjectContext& context() { return GSData::sharedInstance().viewContext(); }
 
@@ -31,8 +36,8 @@ bool TaskActions::moveToTomorrow(const std::string& taskid) { return act(taskid,
 bool TaskActions::act(const std::string& taskid, const UndoableChange& change) {
     CompletionUndo taken;
     if (!edit(taskid, [&](GTask& task) { taken = change(task); })) return false;
-    undo_ = std::move(taken);
-    undoableTask_ = taskid;
+    undoables_.push_back({taskid, std::move(taken)});
+    if (undoables_.size() > kMostUndoables) undoables_.erase(undoables_.begin());
     return true;
 }
 
@@ -42,14 +47,40 @@ bool TaskActions::edit(const std::string& taskid, const std::function<void(GTask
         Q_EMIT failed(translated("This task is not in the store any more."));
         return false;
     }
+    if (const GList* list = task->list(); list && list->isReadonly()) {
+        Q_EMIT failed(translated("The list of this task is read-only."));
+        return false;
+    }
     change(*task);
     return save();
 }
 
-bool TaskActions::undo() {
-    if (!undoableTask_) return false;
-    undo_.restore(context());
-    undoableTask_.reset();
+std::optional<std::string> TaskActions::add(const std::function<GTask&(ManagedObjectContext&)>& make) {
+    GSData& data = GSData::sharedInstance();
+    launchForChanging(data);
+    if (const std::optional<std::string> problem = storeProblem(data)) {
+        Q_EMIT failed(QString::fromStdString(*problem));
+        return std::nullopt;
+    }
+    const GTask& task = make(context());
+    if (!save()) return std::nullopt;
+    return context().uriRepresentation(task);
+}
+
+std::optional<std::string> TaskActions::undoableTask() const {
+    return undoables_.empty() ? std::nullopt : std::optional(undoables_.back().taskid);
+}
+
+bool TaskActions::undo() { return !undoables_.empty() && undo(std::string(undoables_.back().taskid)); }
+
+bool TaskActions::undo(const std::string& taskid) {
+    const auto last =
+        std::find_if(undoables_.rbegin(), undoables_.rend(),
+                     [&taskid](const Undoable& candidate) { return candidate.taskid == taskid; });
+    if (last == undoables_.rend()) return false;
+    const CompletionUndo taken = std::move(last->undo);
+    undoables_.erase(std::next(last).base());
+    taken.restore(context());
     return save();
 }
 

@@ -1,10 +1,11 @@
 // What a user does to tasks from the window, the tray, a notification or the companion window: each act is
-// one save, and the last one can be taken back.
+// one save, and can be taken back.
 #pragma once
 
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QObject>
 #include <QString>
@@ -34,10 +35,16 @@ class TaskActions : public QObject {
     /// Any other edit, which cannot be taken back here.
     bool edit(const std::string& taskid, const std::function<void(GTask&)>& change);
 
+    /// Makes a task, and the store where there is none yet.
+    /// @return its object URI; none: `failed` has told why
+    std::optional<std::string> add(const std::function<GTask&(ManagedObjectContext&)>& make);
+
     /// The task that the next undo is about; none when there is nothing to take back.
-    const std::optional<std::string>& undoableTask() const { return undoableTask_; }
+    std::optional<std::string> undoableTask() const;
     /// Brings back what the last of the first three acts changed, as far as nobody changed it since.
     bool undo();
+    /// The same for the last act on one task.
+    bool undo(const std::string& taskid);
 
   Q_SIGNALS:
     /// Something was saved: what is on the screen has to be refreshed.
@@ -50,8 +57,11 @@ class TaskActions : public QObject {
     bool act(const std::string& taskid, const UndoableChange& change);
     bool save();
 
-    std::optional<std::string> undoableTask_;
-    CompletionUndo undo_;
+    struct Undoable {
+        std::string taskid;
+        CompletionUndo undo;
+    };
+    std::vector<Undoable> undoables_;  ///< the latest at the end
 };
 
 }  // namespace corvane

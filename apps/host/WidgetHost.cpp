@@ -61,6 +61,11 @@ void WidgetHost::setDisplayMode(DisplayMode mode) {
     snapshot_.reset();
 }
 
+void WidgetHost::setMaximumSizes(Size compact, Size expanded) {
+    options_.compactSize = compact;
+    options_.expandedSize = expanded;
+}
+
 Size WidgetHost::widgetMaximumSizeForDisplayMode(DisplayMode mode) const {
     return mode == DisplayMode::kCompact ? options_.compactSize : options_.expandedSize;
 }

@@ -55,6 +55,8 @@ class WidgetHost final : public ExtensionContext {
 
     /// Changes the display mode; the sizes follow, the tasks do not.
     void setDisplayMode(DisplayMode mode);
+    /// The largest sizes of both modes from the next refresh on.
+    void setMaximumSizes(Size compact, Size expanded);
 
     // Extension context
     Size widgetMaximumSizeForDisplayMode(DisplayMode mode) const override;

@@ -1,0 +1,10 @@
+// The list of keys, as a small window of its own.
+#pragma once
+
+#include <QWidget>
+
+namespace corvane {
+
+void showKeyHelp(QWidget* parent);
+
+}  // namespace corvane

@@ -1,0 +1,66 @@
+// Rows as screen readers meet them: items of a list, with actions that have names.
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QStringList>
+
+#include "apps/corvane-today/QtText.h"
+#include "apps/corvane-today/TaskRow.h"
+
+namespace corvane {
+namespace {
+
+struct RowAction {
+    const char* name;
+    void (TaskRow::*signal)();
+    bool isForActs;  ///< for a task that was just completed or moved
+};
+constexpr RowAction kActions[] = {
+    {"Open",             &TaskRow::openWanted,       false},
+    {"Done",             &TaskRow::completionWanted, false},
+    {"Move to tomorrow", &TaskRow::moveWanted,       false},
+    {"Undo",             &TaskRow::undoWanted,       true },
+};
+
+// QAccessibleWidget offers the widget's own actions; a row's are these.
+class AccessibleRow final : public QAccessibleWidget {
+  public:
+    explicit AccessibleRow(TaskRow& row) : QAccessibleWidget(&row, QAccessible::ListItem), row_(row) {}
+
+    QStringList actionNames() const override {
+        QStringList names;
+        for (const RowAction& action : kActions) {
+            if (isOffered(action)) names << QString::fromLatin1(action.name);
+        }
+        return names;
+    }
+
+    QString localizedActionName(const QString& name) const override {
+        return translated(name.toLatin1().constData());
+    }
+
+    void doAction(const QString& name) override {
+        for (const RowAction& action : kActions) {
+            if (isOffered(action) && name == QLatin1String(action.name)) Q_EMIT(row_.*action.signal)();
+        }
+    }
+
+  private:
+    bool isOffered(const RowAction& action) const {
+        return action.isForActs == (row_.act() != RowAct::kNone);
+    }
+
+    TaskRow& row_;
+};
+
+QAccessibleInterface* accessibleOf(const QString& className, QObject* object) {
+    Q_UNUSED(className);
+    if (auto* row = qobject_cast<TaskRow*>(object)) return new AccessibleRow(*row);
+    if (auto* list = qobject_cast<TaskList*>(object)) return new QAccessibleWidget(list, QAccessible::List);
+    return nullptr;
+}
+
+}  // namespace
+
+void installRowAccessibility() { QAccessible::installFactory(accessibleOf); }
+
+}  // namespace corvane

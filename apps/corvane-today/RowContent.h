@@ -1,0 +1,42 @@
+// What a row of the window shows, taken from its cell: it stays drawable when cell and task have moved on.
+#pragma once
+
+#include <string>
+
+#include <QString>
+
+#include "platform/views/ImageView.h"
+#include "platform/views/Label.h"
+#include "widget/TaskTableViewCell.h"
+#include "widget/WidgetSnapshot.h"
+
+namespace corvane {
+
+class GTask;
+class QtTextMeasuring;
+
+struct RowContent {
+    std::string taskid;
+    std::u16string title;
+    std::u16string notes;  ///< with their line breaks
+    QString spoken;        ///< the row in words: title, priority, due, repeat, list
+
+    View colorView;
+    ImageView bullet;
+    ImageView priority;
+    ImageView alert;
+    ImageView repeat;
+    Label titleLabel;
+    Label timeLabel;
+    Label notesLabel;
+
+    bool operator==(const RowContent&) const = default;
+};
+
+/// Gives a cell the fonts and the vertical places that the fonts ask for, and lays it out.
+void fitCell(TaskTableViewCell& cell, const QtTextMeasuring& measuring);
+
+/// @param cell, row  as they show the task
+RowContent contentOfRow(const TaskTableViewCell& cell, const WidgetRow& row, const GTask& task);
+
+}  // namespace corvane
