@@ -1,0 +1,150 @@
+#include "apps/corvane-today/AddTaskPage.h"
+
+#include <utility>
+#include <vector>
+
+#include <QFormLayout>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "apps/corvane-today/CompanionStyle.h"
+#include "apps/corvane-today/QtText.h"
+#include "apps/corvane-today/TaskActions.h"
+#include "apps/corvane-today/TaskWords.h"
+#include "apps/host/Places.h"
+#include "model/CorvaneUserDefaults.h"
+#include "model/GSData.h"
+#include "platform/foundation/Localization.h"
+
+namespace corvane {
+namespace {
+
+/// User default of the list that the last task was added to: its object URI.
+constexpr std::string_view kLastListKey = "AddTaskList";
+
+QString lastList() {
+    const std::optional<PropertyList> list = corvaneUserDefaults().objectForKey(kLastListKey);
+    const auto* uri = list ? std::get_if<std::string>(&list->value) : nullptr;
+    return uri ? QString::fromStdString(*uri) : QString();
+}
+
+GTask* lastRootTask(const GList& list) {
+    const std::vector<GTask*> roots = list.orderedRootTasks();
+    return roots.empty() ? nullptr : roots.back();
+}
+
+bool keepWords(const QString&) { return false; }
+
+}  // namespace
+
+AddTaskPage::AddTaskPage(TaskActions& actions, QWidget* parent) : QWidget(parent), actions_(actions) {
+    title_ = addField(readTitle, textKey("Title"), textKey("What is there to do?"));
+    title_->line().setFont(titleFont(font()));
+    list_ = new ListChoice(this);
+    due_ = addField(readDue, textKey("Due"), textKey("Like tomorrow 14:00, friday or +3d"));
+    repeat_ = addField(readRepeat, textKey("Repeat"), textKey("Like every 2 weeks on mon, fri"));
+    priority_ = new PriorityChoice(this);
+    notes_ = new NotesField([](const QString&) { return false; }, this);
+    add_ = new QPushButton(translated("Add task"), this);
+    makeLayout();
+    list_->showLists(nullptr);
+    list_->choose(lastList());
+    connect(add_, &QPushButton::clicked, this, &AddTaskPage::add);
+    connect(&title_->line(), &QLineEdit::returnPressed, this, &AddTaskPage::add);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, &AddTaskPage::add);
+    }
+}
+
+WordsField* AddTaskPage::addField(WordsField::Reader reader, const char* key, const char* placeholder) {
+    auto* field = new WordsField(std::move(reader), keepWords, this);
+    field->line().setAccessibleName(translated(key));
+    field->line().setPlaceholderText(translated(placeholder));
+    return field;
+}
+
+void AddTaskPage::makeLayout() {
+    auto* form = new QFormLayout;
+    form->setHorizontalSpacing(spacing(*this, 2));
+    form->setVerticalSpacing(spacing(*this, 1.2));
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    const std::pair<const char*, QWidget*> rows[] = {
+        {textKey("List"),     list_    },
+        {textKey("Due"),      due_     },
+        {textKey("Repeat"),   repeat_  },
+        {textKey("Priority"), priority_},
+        {textKey("Notes"),    notes_   },
+    };
+    for (const auto& [key, field] : rows) {
+        QLabel* label = plainLabel(translated(key), this);
+        label->setForegroundRole(QPalette::PlaceholderText);
+        label->setContentsMargins(0, spacing(*this, 0.9), 0, 0);
+        label->setBuddy(field);
+        form->addRow(label, field);
+        field->setAccessibleName(translated(key));
+    }
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing(*this, 3), spacing(*this, 1), spacing(*this, 3), spacing(*this, 2));
+    layout->setSpacing(spacing(*this, 1.5));
+    layout->addWidget(title_);
+    layout->addLayout(form);
+    layout->addWidget(add_, 0, Qt::AlignTrailing);
+    layout->addStretch(1);
+}
+
+void AddTaskPage::refresh() { list_->showLists(nullptr); }
+
+void AddTaskPage::focusTitle() { title_->line().setFocus(); }
+
+bool AddTaskPage::isEmpty() const {
+    return title_->text().isEmpty() && due_->text().isEmpty() && repeat_->text().isEmpty() &&
+           notes_->text().isEmpty();
+}
+
+bool AddTaskPage::isUnderstood() {
+    for (WordsField* field : {title_, due_, repeat_}) {
+        if (field->check()) continue;
+        field->line().setFocus();
+        return false;
+    }
+    return true;
+}
+
+bool AddTaskPage::add() {
+    if (!isUnderstood()) return false;
+    const auto taskid =
+        actions_.add([this](ManagedObjectContext& context) -> GTask& { return makeTask(context); });
+    if (!taskid) return false;
+    // Only a convenience: settings that cannot be written are no failure of the task.
+    if (const GList* list = TaskActions::taskNamed(*taskid)->list()) {
+        const std::string uri = list->managedObjectContext()->uriRepresentation(*list);
+        (void)corvaneUserDefaults().setObject(kLastListKey, {uri});
+        list_->choose(QString::fromStdString(uri));
+    }
+    beginAnew();
+    Q_EMIT added(QString::fromStdString(*taskid));
+    return true;
+}
+
+GTask& AddTaskPage::makeTask(ManagedObjectContext& context) const {
+    GList* chosen = list_->chosenList();
+    GList& list = chosen ? *chosen : listForNewTasks(context);
+    GTask& task = GTask::insertNewTaskToList(list, nullptr, lastRootTask(list));
+    takeTitle(task, title_->text());
+    takeNotes(task, notes_->text());
+    if (priority_->priority() != 0) task.setPriority(priority_->priority());
+    if (!due_->text().trimmed().isEmpty()) takeDue(task, due_->text());
+    if (!repeat_->text().trimmed().isEmpty()) takeRepeat(task, repeat_->text());
+    return task;
+}
+
+void AddTaskPage::beginAnew() {
+    for (WordsField* field : {title_, due_, repeat_}) field->giveUpTyping();
+    notes_->forgetTyping();
+    priority_->showPriority(0);
+    focusTitle();
+}
+
+}  // namespace corvane

@@ -1,0 +1,126 @@
+#include "apps/corvane-today/FilterList.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+#include "apps/corvane-today/CompanionStyle.h"
+#include "apps/corvane-today/QtText.h"
+#include "apps/corvane-today/TemplateImages.h"
+#include "apps/host/TaskSelection.h"
+#include "model/GSData.h"
+#include "queries/TaskFilters.h"
+
+namespace corvane {
+namespace {
+
+constexpr int kCountRole = Qt::UserRole;
+
+class FilterDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+        return {0, qRound(option.fontMetrics.height() * 1.9)};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        const WidgetPalette palette = paletteOf(*option.widget);
+        const QColor color = option.state & QStyle::State_Selected ? palette.accent() : palette.text();
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        paintGround(*painter, option, palette);
+        const int gap = option.fontMetrics.height() / 2;
+        const int icon = qRound(option.fontMetrics.height() * 1.15);
+        const auto mirrored = [&option](const QRect& place) {
+            return QStyle::visualRect(option.direction, option.rect, place);
+        };
+        QRect place = option.rect.adjusted(gap, 0, -gap, 0);
+        const QRect iconPlace(place.left(), place.center().y() - icon / 2 + 1, icon, icon);
+        qvariant_cast<QIcon>(index.data(Qt::DecorationRole)).paint(painter, mirrored(iconPlace));
+        painter->setPen(color);
+        place.setLeft(iconPlace.right() + gap);
+        const int start = QStyle::visualAlignment(option.direction, Qt::AlignLeft) | Qt::AlignAbsolute;
+        const int end = QStyle::visualAlignment(option.direction, Qt::AlignRight) | Qt::AlignAbsolute;
+        painter->drawText(mirrored(place), start | Qt::AlignVCenter | Qt::TextSingleLine,
+                          index.data(Qt::DisplayRole).toString());
+        painter->setPen(palette.quietText());
+        painter->setFont(detailsFont(option.font));
+        painter->drawText(mirrored(place), end | Qt::AlignVCenter | Qt::TextSingleLine,
+                          index.data(kCountRole).toString());
+        painter->restore();
+    }
+
+  private:
+    static void paintGround(QPainter& painter, const QStyleOptionViewItem& option,
+                            const WidgetPalette& palette) {
+        const QRectF ground = QRectF(option.rect).adjusted(1, 1, -1, -1);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::NoBrush);
+        if (option.state & QStyle::State_Selected) painter.setBrush(palette.buttonGround());
+        if (option.state & QStyle::State_HasFocus) painter.setPen(QPen(palette.accent(), 2));
+        painter.drawRoundedRect(ground, 6, 6);
+    }
+};
+
+std::optional<std::size_t> countOf(std::uint32_t filter, bool hideCompleted) {
+    ManagedObjectContext& context = GSData::sharedInstance().viewContext();
+    TaskSelection selection;
+    selection.filter = filter;
+    selection.hideCompleted = hideCompleted;
+    const auto result = context.countForFetch(requestForTasks(selection, context));
+    const auto* count = std::get_if<std::size_t>(&result);
+    return count ? std::optional(*count) : std::nullopt;
+}
+
+}  // namespace
+
+FilterList::FilterList(QWidget* parent) : QListWidget(parent) {
+    setFrameShape(QFrame::NoFrame);
+    setItemDelegate(new FilterDelegate(this));
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setAccessibleName(translated("Filters"));
+    for (std::uint32_t filter = 0; filter < kListFilter; ++filter) {
+        addItem(qtText(GSData::filterLocalizedName(filter).value_or(std::u16string())));
+    }
+    updateIcons();
+    choose(kTodayFilter);
+}
+
+void FilterList::countTasks(bool hideCompleted) {
+    for (std::uint32_t filter = 0; filter < kListFilter; ++filter) {
+        QListWidgetItem* shown = item(static_cast<int>(filter));
+        const std::optional<std::size_t> count = countOf(filter, hideCompleted);
+        shown->setData(kCountRole, count ? locale().toString(static_cast<qulonglong>(*count)) : QString());
+        const auto number = static_cast<std::int64_t>(count.value_or(0));
+        const QString tasks = number == 1 ? translated("1 task") : translated("%d tasks", number);
+        shown->setData(Qt::AccessibleTextRole, QString(shown->text() + QStringLiteral(", ") + tasks));
+    }
+}
+
+QString FilterList::countText(std::uint32_t filter) const {
+    return item(static_cast<int>(filter))->data(kCountRole).toString();
+}
+
+QSize FilterList::sizeHint() const {
+    int width = 0;
+    for (int i = 0; i < count(); ++i) {
+        width = std::max(width, fontMetrics().horizontalAdvance(item(i)->text()));
+    }
+    return {width + fontMetrics().height() * 6, QListWidget::sizeHint().height()};
+}
+
+void FilterList::changeEvent(QEvent* event) {
+    QListWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) updateIcons();
+}
+
+void FilterList::updateIcons() {
+    const QColor tint = paletteOf(*this).accent();
+    for (int i = 0; i < count(); ++i) {
+        item(i)->setIcon(templateIcon(std::string(GSData::filterImageName(i)), tint));
+    }
+}
+
+}  // namespace corvane

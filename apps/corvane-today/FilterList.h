@@ -1,0 +1,32 @@
+// The task filters with how many tasks each has.
+#pragma once
+
+#include <cstdint>
+
+#include <QListWidget>
+
+namespace corvane {
+
+class FilterList : public QListWidget {
+    Q_OBJECT
+  public:
+    explicit FilterList(QWidget* parent);
+
+    std::uint32_t filter() const { return static_cast<std::uint32_t>(currentRow()); }
+    void choose(std::uint32_t filter) { setCurrentRow(static_cast<int>(filter)); }
+    /// Counts the tasks of every filter, one query each.
+    void countTasks(bool hideCompleted);
+    /// None before they were counted.
+    QString countText(std::uint32_t filter) const;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return {sizeHint().width(), 0}; }
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void updateIcons();
+};
+
+}  // namespace corvane
