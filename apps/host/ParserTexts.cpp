@@ -1,7 +1,10 @@
 #include "apps/host/ParserTexts.h"
 
 #include <array>
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -42,6 +45,19 @@ constexpr const char* kHelpWords[] = {
     textKey("REQUIRED"), textKey("Needs"),   textKey("Excludes"),
 };
 
+// Options are in groups by their English name, which commands give to some of theirs by themselves.
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::string make_group(std::string group, bool isPositional,
+                           std::vector<const CLI::Option*> options) const override {
+        if (group == kOptions) group = localizedUtf8(kOptions);
+        return CLI::Formatter::make_group(group, isPositional, options);
+    }
+
+  private:
+    static constexpr const char* kOptions = textKey("Options");
+};
+
 constexpr std::size_t kMostArguments = 4;
 using Arguments = std::array<std::u16string, kMostArguments>;
 
@@ -75,9 +91,9 @@ std::optional<Arguments> argumentsOf(std::string_view text, std::string_view key
 }  // namespace
 
 void translateHelp(CLI::App& app) {
-    CLI::FormatterBase& formatter = *app.get_formatter();
-    for (const char* key : kHelpWords) formatter.label(key, localizedUtf8(key));
-    app.option_defaults()->group(localizedUtf8("Options"));
+    const auto formatter = std::make_shared<HelpFormatter>();
+    for (const char* key : kHelpWords) formatter->label(key, localizedUtf8(key));
+    app.formatter(formatter);
     app.group(localizedUtf8("Subcommands"));
 }
 
