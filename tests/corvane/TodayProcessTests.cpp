@@ -44,6 +44,17 @@ TEST_F(TodayProcess, PrintsEveryFormat) {
     const std::string json = corvane().output({"today", "--json"});
     EXPECT_EQ(json.substr(0, 89),
               R"({"now":"2024-03-05T12:00:00.000Z","validUntil":"2024-03-05T14:00:00.000Z","displayMode":")");
+    EXPECT_NE(
+        json.find("\"title\":\"Milk\",\"notes\":\"Two litres\",\"time\":\"Today at 2:00\u202FPM\",\"bullet\":"
+                  R"("Task-VUnchecked","priority":"Task-Priority3","color":"#ff8000ff","alert":false,)"),
+        std::string::npos)
+        << json;
+    EXPECT_NE(json.find(R"("footer":null,"showAll":{"hidden":true,"title":null},"noTasks":{"hidden":true,)"
+                        R"("wellDone":"Well done!","noMoreTasks":"No more tasks for today."},)"
+                        R"("preferredContentSize":{"width":359,"height":101},)"
+                        R"("largestAvailableDisplayMode":"expanded","overdueCount":1,"problem":null})"),
+              std::string::npos)
+        << json;
     EXPECT_EQ(json, corvane().output({"--json", "today", "--format", "json"}));
 }
 
@@ -151,15 +162,8 @@ TEST_F(TodayProcess, WrongUsageEndsWithTwoAndOneLine) {
     }
     EXPECT_EQ(runCorvane({"nonsense"}).errors,
               "corvane: there is no command \"nonsense\"; see corvane --help\n");
-}
-
-TEST_F(TodayProcess, HelpAndVersionComeOnStandardOutput) {
-    for (const char* option : {"--help", "--version"}) {
-        const ProcessResult result = runCorvane({option});
-        EXPECT_EQ(result.exitCode, 0);
-        EXPECT_EQ(result.errors, "");
-        EXPECT_EQ(result.output.find("corvane") == std::string::npos, false);
-    }
+    EXPECT_EQ(runCorvane({"--help"}).errors, "");
+    EXPECT_EQ(runCorvane({"--version"}).output.substr(0, 8), "corvane ");
 }
 
 }  // namespace

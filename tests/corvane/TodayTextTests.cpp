@@ -66,15 +66,6 @@ TEST(TodayText, LooksLikeTheWidget) {
               "| @ !!! Party\n");
 }
 
-TEST(TodayText, ShowsTheEmptyWidget) {
-    const TestEnvironment environment;
-    WidgetSnapshot widget;
-    widget.noTasksHidden = false;
-    widget.wellDone = u"Well done!";
-    widget.noMoreTasks = u"No more tasks for today.";
-    EXPECT_EQ(todayText(widget, kLinks, {}), "Well done!\nNo more tasks for today.\n");
-}
-
 TEST(TodayText, LinksLeadWhereTapsLead) {
     const TestEnvironment environment;
     WidgetSnapshot widget = widgetOf({row(u"Milk")});

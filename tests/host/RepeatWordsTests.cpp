@@ -23,21 +23,15 @@ struct Row {
 TEST(RepeatWords, ReadsAndPrintsRules) {
     const TestEnvironment environment;
     constexpr Row kRows[] = {
-        {"None",                                   "none"                                  },
-        {"daily",                                  "every day"                             },
-        {"every other day",                        "every 2 days"                          },
-        {"2 weeks",                                "every 2 weeks"                         },
-        {"every 2 weeks on Mon, Fri",              "every 2 weeks on Mon, Fri"             },
-        {"weekly on friday and monday, friday",    "every week on Fri, Mon"                },
-        {"every tuesday",                          "every week on Tue"                     },
-        {"every weekday",                          "every week on Mon, Tue, Wed, Thu, Fri" },
-        {"every month",                            "every month"                           },
-        {"monthly on the second thursday",         "every month on the 2nd Thursday"       },
-        {"every 3 months on the last working day", "every 3 months on the last working day"},
-        {"every month on the 1st weekend day",     "every month on the 1st weekend day"    },
-        {"every month on day 3",                   "every month on day 3"                  },
-        {"every month on the last day",            "every month on the last day"           },
-        {"annually",                               "every year"                            },
+        {"None",                                "none"                                 },
+        {"daily",                               "every day"                            },
+        {"every other day",                     "every 2 days"                         },
+        {"every 2 weeks on Mon, Fri",           "every 2 weeks on Mon, Fri"            },
+        {"weekly on friday and monday, friday", "every week on Fri, Mon"               },
+        {"every weekday",                       "every week on Mon, Tue, Wed, Thu, Fri"},
+        {"monthly on the second thursday",      "every month on the 2nd Thursday"      },
+        {"every month on the last day",         "every month on the last day"          },
+        {"annually",                            "every year"                           },
     };
     for (const Row& row : kRows) {
         SCOPED_TRACE(row.text);

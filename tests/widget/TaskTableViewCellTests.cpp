@@ -211,14 +211,5 @@ TEST_F(TaskTableViewCellTest, StylesItselfForTheSystem) {
     }
 }
 
-TEST_F(TaskTableViewCellTest, TakesNotesOfAnyLength) {
-    GTask& task = widget.addTask(u"Task");
-    constexpr std::size_t kUnits = 10'000'000;
-    task.setNotes(std::u16string(kUnits, u'\n'));
-    show(task);
-    EXPECT_EQ(cell.notesLabel.text, std::u16string(kUnits, u' '));
-    EXPECT_EQ(cell.notesLabel.frame.width, 300 - 69);
-}
-
 }  // namespace
 }  // namespace corvane

@@ -219,21 +219,5 @@ TEST(TodayViewController, ShowsWhatAnotherProgramWrote) {
     EXPECT_EQ(snapshot.rows[0].color, Color::rgb(0, 0, 1));
 }
 
-TEST(TodayViewController, ShowsTheEmptyViewWithoutAStore) {
-    TestEnvironment environment;
-    environment->containerDirectory.reset();
-    GSData data;
-    const SharedInstanceScope sharedInstance(data);
-    FixedExtensionContext host;
-    const FixedAdvanceMeasuring measuring;
-    TodayViewController controller(host, measuring);
-    controller.viewDidLoad();
-    controller.widgetPerformUpdate({});
-    EXPECT_FALSE(controller.noTasksView.isHidden);
-    EXPECT_EQ(controller.calcHeight(), 73);
-    EXPECT_EQ(overdueCount(controller), 0u);
-    EXPECT_EQ(validUntil(controller), at("2024-03-06"));
-}
-
 }  // namespace
 }  // namespace corvane
