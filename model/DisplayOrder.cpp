@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <tuple>
+#include <variant>
 
 #include "model/GTask.h"
 
@@ -16,10 +17,17 @@ GTask* firstSibling(auto first, auto end, const GTask& task, bool uncompletedOnl
     return sibling == end ? nullptr : *sibling;
 }
 
+// A row without a position reads as position 0 and is fetched before all others.
+bool hasPosition(const GTask& task) {
+    static const PropertyIndex kPosition = *task.entity().indexOfProperty("displayOrder");
+    return !std::holds_alternative<std::monostate>(task.viewAt(kPosition));
+}
+
 }  // namespace
 
 bool isBefore(const GTask* a, const GTask* b) {
     if (a->displayOrder() != b->displayOrder()) return a->displayOrder() < b->displayOrder();
+    if (hasPosition(*a) != hasPosition(*b)) return hasPosition(*b);
     const ManagedObjectID first = a->objectID();
     const ManagedObjectID second = b->objectID();
     return std::tie(first.isTemporary, first.key) < std::tie(second.isTemporary, second.key);

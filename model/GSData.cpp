@@ -125,6 +125,7 @@ void GSData::mergeChangesFromContextDidSaveNotification(const Notification* noti
     // The merge refreshes objects that are filled: what this context holds as a fault is filled before.
     for (const ChangedObject& entry : changes->updated) {
         ManagedObject* const* object = std::get_if<ManagedObject*>(&entry);
+        if (object && !*object) continue;
         const ManagedObjectID objectID = object ? (*object)->objectID() : std::get<ManagedObjectID>(entry);
         if (ManagedObject* own = viewContext().objectWithID(objectID)) own->willAccess();
     }

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "model/ContextOf.h"
 #include "model/DisplayOrder.h"
 #include "model/GList.h"
 #include "model/GTask.h"
@@ -42,7 +41,8 @@ void leaveTree(GTask& task, bool purge) {
     }
     if (task.id() && !purge) return;
     task.setList(nullptr);
-    contextOf(task).deleteObject(task);
+    // A task that has left its store before has no context any more.
+    if (ManagedObjectContext* context = task.managedObjectContext()) context->deleteObject(task);
 }
 
 // In a sound order each of them has moved to `position` by the time of its own deletion, and what stands

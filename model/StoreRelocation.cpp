@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -20,7 +21,7 @@ std::vector<fs::path> filesWithPrefix(const fs::path& directory, std::string_vie
     for (fs::directory_iterator entry(directory, error), end; !error && entry != end;
          entry.increment(error)) {
         std::error_code unreadable;
-        if (!fs::is_regular_file(entry->symlink_status(unreadable))) continue;
+        if (!fs::is_regular_file(entry->status(unreadable))) continue;
         if (entry->path().filename().string().starts_with(prefix)) files.push_back(entry->path());
     }
     return files;
@@ -44,14 +45,14 @@ void copyWhole(const fs::path& source, const fs::path& destination) {
 }  // namespace
 
 void copyStoreFiles(const fs::path& from, const fs::path& to, std::string_view storeName) {
-    const std::vector<fs::path> files = filesWithPrefix(from, storeName);
+    std::vector<fs::path> files = filesWithPrefix(from, storeName);
+    const bool hasMainFile = std::ranges::find(files, from / storeName) != files.end();
     std::error_code ignored;
-    for (const fs::path& file : files) {
-        if (file.filename() != storeName) continue;
-        // The log of one store beside the main file of another would be taken for its own.
-        for (const char* companion : {"-wal", "-shm"}) {
-            fs::remove(to / (std::string(storeName) + companion), ignored);
-        }
+    // The log of one store beside the main file of another would be taken for its own.
+    for (const char* suffix : {"-wal", "-shm"}) {
+        const std::string companion = std::string(storeName) + suffix;
+        if (hasMainFile) fs::remove(to / companion, ignored);
+        if (!hasMainFile) std::erase(files, from / companion);
     }
     for (const fs::path& file : files) {
         const fs::path destination = to / file.filename();

@@ -4,13 +4,16 @@
 #include <iterator>
 
 #include "model/DisplayOrder.h"
+#include "platform/store/Predicate.h"
 
 namespace corvane {
 
 std::vector<GTask*> liveSubTasksInOrder(const GTask& task) {
+    // As the fetch judges it: a row that does not say whether it is removed is in no result.
+    static const Predicate kLive = fixedPredicate(u"removed == NO");
     std::vector<GTask*> children;
     for (GTask* child : task.subTasks()) {
-        if (!child->removed()) children.push_back(child);
+        if (kLive.evaluate(*child)) children.push_back(child);
     }
     sortByDisplayOrder(children);
     return children;

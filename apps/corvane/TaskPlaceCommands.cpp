@@ -21,17 +21,16 @@ struct Options {
     PlaceOptions place;
 };
 
-// The model leaves these to its callers.
-void refuseOwnTree(const GTask& task, const NewPlace& place) {
-    for (const GTask* next : {place.parent, place.previous}) {
-        if (next && (next == &task || next->hasParent(&task))) {
-            throw CommandFailure(translated("a task cannot move to a place below itself"));
-        }
+// A place below one of its own subtasks is no contradiction: its subtasks then move up to where it was.
+void refuseItself(const GTask& task, const NewPlace& place) {
+    const bool isBehindItsSubTask = place.previous && place.previous->parentTask() == &task;
+    if (place.parent == &task || place.previous == &task || isBehindItsSubTask) {
+        throw CommandFailure(translated("a task cannot move to a place below itself"));
     }
 }
 
 GTask& movedTask(GTask& task, const NewPlace& place) {
-    refuseOwnTree(task, place);
+    refuseItself(task, place);
     return moveTask(task, *place.list, place.parent, place.previous);
 }
 

@@ -1,7 +1,7 @@
 // Bounds on a property list that hold before it is parsed.
 //
 // The parser below expands shared objects into copies and goes one call deeper per level, so a few hundred
-// bytes can ask for all memory or the whole stack. Format: Apple's CFBinaryPList.c, as its comments tell it.
+// bytes can ask for all memory or the whole stack. Format: binary property list, "bplist00".
 #pragma once
 
 #include <cstddef>

@@ -19,6 +19,9 @@ constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
 
 // Z_OPT as a number, whatever a tool left there; the same conversion as reading the column as an integer.
 const std::string kVersion = "IFNULL(CAST(Z_OPT AS INTEGER), 0)";
+// One more than the largest number would be a real one, which reads as the same version.
+const std::string kRaisedVersion =
+    "CASE " + kVersion + " WHEN 9223372036854775807 THEN 1 ELSE " + kVersion + " + 1 END";
 
 // Only that it differs counts.
 std::int64_t raised(std::int64_t version) { return version == kLargest ? kFirstVersion : version + 1; }
@@ -127,8 +130,8 @@ void SaveTransaction::nullifyReferences(const EntityDescription& entity, Propert
                                         std::int64_t key) {
     if (!store_.schema_.hasColumn(entity, toOne)) return;
     const std::string& column = entity.column(toOne);
-    auto statement = prepare("UPDATE " + entity.table() + " SET " + column + " = NULL, Z_OPT = " + kVersion +
-                             " + 1 WHERE " + column + " = ?");
+    auto statement = prepare("UPDATE " + entity.table() + " SET " + column +
+                             " = NULL, Z_OPT = " + kRaisedVersion + " WHERE " + column + " = ?");
     if (!statement) return;
     statement->bindInteger(1, key);
     run(*statement);

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "ModelFixture.h"
+#include "model/TaskTree.h"
 
 namespace corvane {
 namespace {
@@ -42,6 +43,20 @@ TEST_F(TaskTreeTest, AnswersAboutOneTask) {
         EXPECT_EQ(nameOf(task.previousUncompletedTask()), row.previousOpen);
         EXPECT_EQ(nameOf(task.nextTask()), row.next);
     }
+}
+
+// Another program may have left a row without a value.
+TEST_F(TaskTreeTest, WalksOverTheSubTasksThatTheFetchBrings) {
+    plant(list(), "A(B(C) D E)");
+    named("B").setValueForKey("removed", Value());
+    named("E").setValueForKey("displayOrder", Value());
+    EXPECT_THAT(names(named("A").orderedSubTasks(kCompletedToo)), ElementsAre("E", "D"));
+    EXPECT_THAT(names(tasksOf(liveTree(named("A")))), ElementsAre("A", "E", "D"));
+    GTask& unsaid = named("B");
+    named("A").deleteTaskAndSubTasks(kPurge);
+    EXPECT_FALSE(unsaid.isDeleted());
+    EXPECT_EQ(unsaid.parentTask(), nullptr);
+    EXPECT_EQ(unsaid.countTotalSubTasks(), 1u);
 }
 
 TEST_F(TaskTreeTest, ParentsAreAncestorsAndNone) {
