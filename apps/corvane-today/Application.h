@@ -1,4 +1,4 @@
-// The desktop program while it runs: the widget's host and its window, kept up to date.
+// The desktop program while it runs: the widget's host and its windows, kept up to date.
 #pragma once
 
 #include <memory>
@@ -7,15 +7,21 @@
 #include <QSocketNotifier>
 #include <QString>
 
+#include "apps/corvane-today/ColorScheme.h"
 #include "apps/corvane-today/DesktopOptions.h"
+#include "apps/corvane-today/DesktopPresence.h"
 #include "apps/corvane-today/MainQueueBridge.h"
 #include "apps/corvane-today/QtTextMeasuring.h"
 #include "apps/corvane-today/TaskActions.h"
+#include "apps/corvane-today/UrlOpener.h"
 #include "apps/corvane-today/WidgetWindow.h"
+#include "apps/corvane-today/WindowSettings.h"
 #include "apps/host/Follower.h"
 #include "apps/host/WidgetHost.h"
 
 namespace corvane {
+
+class CompanionWindow;
 
 class Application : public QObject {
     Q_OBJECT
@@ -30,13 +36,22 @@ class Application : public QObject {
     WidgetHost& host() { return host_; }
     TaskActions& actions() { return actions_; }
     WidgetWindow& window() { return window_; }
+    /// Made when it is first asked for.
+    CompanionWindow& companion();
     bool isPrivate() const { return window_.isPrivate(); }
+
+    /// What the user wants whatever the desktop says.
+    void chooseColors(ColorScheme::Choice choice);
+    /// Ends the program when no window of it is open any more.
+    void quitWhenUnseen();
 
   public Q_SLOTS:
     /// Where a tap leads: to the program that answers the URL's scheme, else to our own windows.
     void openUrl(const QString& url);
     /// Shows what a URL names in our own windows. The URL may come from outside.
     void answerUrl(const QString& url);
+    void addTask();
+    void showToday();
     void refresh();
 
   Q_SIGNALS:
@@ -44,10 +59,18 @@ class Application : public QObject {
     void refreshed();
 
   private:
+    void connectParts();
+    void useColors();
+    void placeWindow();
+    void keepArrangement();
+    /// Shows what the widget will say at tomorrow's first minute.
+    void preview(bool isPreview);
     /// What is not needed for the first frame.
     void finishStart();
 
     DesktopOptions options_;
+    WindowState state_;
+    ColorScheme scheme_;
     MainQueueBridge mainQueue_;
     QtTextMeasuring measuring_;
     WidgetHost host_;
@@ -55,6 +78,11 @@ class Application : public QObject {
     TaskActions actions_;
     WidgetWindow window_;
     QSocketNotifier events_;
+    UrlOpener opener_;
+    DesktopPresence presence_;
+    std::unique_ptr<CompanionWindow> companion_;
+    bool isPreview_ = false;
+    bool hasStarted_ = false;
 };
 
 }  // namespace corvane

@@ -102,7 +102,7 @@ CommandLineReading readCommandLine(int argumentCount, const char* const* argumen
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
             return {std::nullopt, app.exit(error)};
         }
-        say(translatedReason(error.get_name(), error.what()));
+        say(translatedReason(error));
         return {std::nullopt, kUsage};
     }
     take(words, options);

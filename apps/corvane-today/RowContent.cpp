@@ -17,6 +17,7 @@ constexpr double kGapBetweenLines = 1;
 constexpr double kStripInset = 6;
 constexpr double kStripWidth = 4;
 constexpr double kBulletX = 13;
+constexpr double kGapBeforePriority = 3;
 
 void center(View& view, double middle) { view.frame.y = middle - view.frame.height / 2; }
 
@@ -54,7 +55,7 @@ void fitCell(TaskTableViewCell& cell, const QtTextMeasuring& measuring) {
     cell.taskBulletImageView.frame.x = kBulletX;
     center(cell.taskBulletImageView, top + title / 2);
     center(cell.priorityView, top + title / 2);
-    cell.priorityView.frame.x = kBulletX + cell.taskBulletImageView.frame.width + kGapBetweenLines + 1;
+    cell.priorityView.frame.x = kBulletX + cell.taskBulletImageView.frame.width + kGapBeforePriority;
     center(cell.alertImageView, second + details / 2);
     center(cell.repeatImageView, second + details / 2);
     cell.alertImageView.frame.x = kBulletX + cell.taskBulletImageView.frame.width + 7;

@@ -54,7 +54,7 @@ class TemplateIconEngine final : public QIconEngine {
 void drawTemplateImage(QPainter& painter, const QRectF& place, const std::string& name, const QColor& tint) {
     QSvgRenderer* renderer = rendererOf(name);
     if (!renderer || place.isEmpty()) return;
-    const double scale = painter.device()->devicePixelRatioF();
+    const double scale = painter.deviceTransform().m11();  // a picture's own, where it is drawn into one
     QImage image((place.size() * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter into(&image);

@@ -2,11 +2,12 @@
 
 namespace corvane {
 
-WidgetHostOptions hostOptionsFor(const DesktopOptions& options) {
+WidgetHostOptions hostOptionsFor(const DesktopOptions& options, const WindowState& state) {
     WidgetHostOptions result;
-    result.displayMode = options.mode.value_or(result.displayMode);
-    if (options.width) result.compactSize.width = result.expandedSize.width = *options.width;
-    if (options.height) result.expandedSize.height = *options.height;
+    result.displayMode = options.mode.value_or(state.mode);
+    result.expandedSize = {options.width.value_or(state.maximumSize.width),
+                           options.height.value_or(state.maximumSize.height)};
+    result.compactSize.width = result.expandedSize.width;
     return result;
 }
 

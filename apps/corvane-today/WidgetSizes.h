@@ -2,11 +2,12 @@
 #pragma once
 
 #include "apps/corvane-today/DesktopOptions.h"
+#include "apps/corvane-today/WindowSettings.h"
 #include "apps/host/WidgetHost.h"
 
 namespace corvane {
 
-/// What the command line says of them.
-WidgetHostOptions hostOptionsFor(const DesktopOptions& options);
+/// What the command line says of them, else what the window remembers.
+WidgetHostOptions hostOptionsFor(const DesktopOptions& options, const WindowState& state = {});
 
 }  // namespace corvane

@@ -112,6 +112,10 @@ void WidgetWindow::setPreview(bool isPreview) {
     header_->setNotice(isPreview ? translated("Preview of tomorrow") : QString());
 }
 
+void WidgetWindow::describe(const QString& sentence) {
+    if (accessibleDescription() != sentence) setAccessibleDescription(sentence);
+}
+
 void WidgetWindow::setColors(const WidgetPalette& palette) {
     look_.palette = palette;
     setPalette(palette.qtPalette());
@@ -328,7 +332,12 @@ void WidgetWindow::moveEvent(QMoveEvent*) { settling_.start(); }
 
 void WidgetWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
-    Q_EMIT hideWanted();
+    Q_EMIT closeWanted();
+}
+
+void WidgetWindow::paintEvent(QPaintEvent* event) {
+    QWidget::paintEvent(event);
+    Q_EMIT painted();
 }
 
 void WidgetWindow::changeEvent(QEvent* event) {

@@ -40,6 +40,8 @@ class WidgetWindow : public QWidget {
     void showRefresh();
     /// One line of the program's own below the content; empty: none. It goes with the next good refresh.
     void showMessage(const QString& message);
+    /// What a screen reader says of the window.
+    void describe(const QString& sentence);
     /// Marks what is shown as another day's.
     void setPreview(bool isPreview);
 
@@ -59,8 +61,10 @@ class WidgetWindow : public QWidget {
     void privacyChanged(bool isPrivate);
     /// A reminder of the task, which itself stays as it is.
     void reminderWanted(const QString& taskid, int minutes);
-    /// Esc, or the window's own close button.
     void hideWanted();
+    void closeWanted();
+    /// The window has drawn itself.
+    void painted();
     /// The menu is about to show; whoever listens adds to it.
     void menuOpening(QMenu* menu);
     /// Place, size or mode have come to rest after a change.
@@ -73,6 +77,7 @@ class WidgetWindow : public QWidget {
     void moveEvent(QMoveEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
     /// A row as it is to show: a live one of the table, or what became of one.

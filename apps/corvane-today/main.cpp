@@ -5,6 +5,8 @@
 #include <QApplication>
 
 #include "apps/corvane-today/Application.h"
+#include "apps/corvane-today/Autostart.h"
+#include "apps/corvane-today/DesktopBus.h"
 #include "apps/corvane-today/DesktopOptions.h"
 #include "apps/corvane-today/PngOutput.h"
 #include "apps/corvane-today/TaskRow.h"
@@ -29,6 +31,12 @@ bool hasDisplay() {
     return false;
 }
 
+int autostart(bool isOn) {
+    const auto problem = corvane::setAutostarted(isOn);
+    if (problem) corvane::say(*problem);
+    return problem ? EXIT_FAILURE : EXIT_SUCCESS;
+}
+
 int run(const corvane::DesktopOptions& options, QApplication& qt) {
     using namespace corvane;
     qt.setLayoutDirection(Locale::current().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
@@ -38,6 +46,7 @@ int run(const corvane::DesktopOptions& options, QApplication& qt) {
         if (problem) say(*problem);
         return problem ? EXIT_FAILURE : EXIT_SUCCESS;
     }
+    if (!options.standsAlone() && handOverStart(QString::fromStdString(options.openUrl))) return EXIT_SUCCESS;
     Application application(options);
     application.start();
     return QApplication::exec();
@@ -50,6 +59,7 @@ int main(int argumentCount, char** arguments) {
     const CommandLineReading reading = readCommandLine(argumentCount, arguments);
     if (!reading.options) return reading.exitCode;
     const DesktopOptions& options = *reading.options;
+    if (options.autostart) return autostart(*options.autostart);
     qInstallMessageHandler(hushQt);
     if (options.png) drawWithoutDisplay();
     if (!hasDisplay()) {

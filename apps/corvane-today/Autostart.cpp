@@ -1,0 +1,69 @@
+#include "apps/corvane-today/Autostart.h"
+
+#include <filesystem>
+#include <span>
+#include <system_error>
+
+#include "platform/foundation/FileContents.h"
+#include "platform/foundation/UserDirectories.h"
+
+namespace corvane {
+namespace {
+
+std::filesystem::path entryFile() {
+    return userConfigDirectory() / "autostart" / "com.velmor.CorvaneToday.desktop";
+}
+
+// The program may stand anywhere, also where blanks and quotes are in its path (Desktop Entry Specification,
+// "The Exec key").
+std::string quotedArgument(const std::string& argument) {
+    std::string quoted = "\"";
+    for (const char c : argument) {
+        if (c == '\\') quoted += "\\\\\\";
+        if (c == '"' || c == '`' || c == '$') quoted += "\\\\";
+        quoted += c;
+        if (c == '%') quoted += c;
+    }
+    return quoted + "\"";
+}
+
+std::string programFile() {
+    std::error_code error;
+    const auto file = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? "corvane-today" : file.string();
+}
+
+std::string entryText() {
+    return "[Desktop Entry]\n"
+           "Type=Application\n"
+           "Name=Corvane Today\n"
+           "Icon=com.velmor.CorvaneToday\n"
+           "Exec=" +
+           quotedArgument(programFile()) +
+           " --background\n"
+           "X-GNOME-Autostart-enabled=true\n";
+}
+
+}  // namespace
+
+bool isAutostarted() {
+    std::error_code error;
+    return std::filesystem::exists(entryFile(), error);
+}
+
+std::optional<std::string> setAutostarted(bool isAutostarted) {
+    const std::filesystem::path file = entryFile();
+    std::error_code error;
+    if (!isAutostarted) {
+        std::filesystem::remove(file, error);
+        if (error) return "cannot remove " + file.string() + ": " + error.message();
+        return std::nullopt;
+    }
+    if (!makePrivateDirectories(file.parent_path())) return "cannot make " + file.parent_path().string();
+    const std::string text = entryText();
+    error = writeFileAtomically(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    if (error) return "cannot write " + file.string() + ": " + error.message();
+    return std::nullopt;
+}
+
+}  // namespace corvane

@@ -1,0 +1,165 @@
+#include "apps/corvane-today/DesktopPresence.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QSystemTrayIcon>
+
+#include "apps/corvane-today/Application.h"
+#include "apps/corvane-today/Autostart.h"
+#include "apps/corvane-today/QtText.h"
+#include "apps/host/Sentence.h"
+
+namespace corvane {
+namespace {
+
+// A session that starts everything at once shows its tray late.
+constexpr std::chrono::seconds kTrayQuestionInterval{1};
+constexpr int kMostTrayQuestions = 30;
+
+const QString kTrayService = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+bool isTrayThere() { return QSystemTrayIcon::isSystemTrayAvailable(); }
+
+}  // namespace
+
+DesktopPresence::DesktopPresence(Application& application, ColorScheme& scheme)
+    : application_(application), scheme_(scheme) {
+    trayPatience_.setInterval(kTrayQuestionInterval);
+    connect(&trayPatience_, &QTimer::timeout, this, [this] {
+        if (isTrayThere()) return trayPatience_.stop();
+        if (++trayQuestions_ < kMostTrayQuestions) return;
+        trayPatience_.stop();
+        showWindow();
+    });
+    WidgetWindow& window = application.window();
+    connect(&window, &WidgetWindow::hideWanted, this, &DesktopPresence::hideWindow);
+    connect(&window, &WidgetWindow::closeWanted, this, &DesktopPresence::closeWindow);
+    connect(&window, &WidgetWindow::menuOpening, this, &DesktopPresence::fillMenu);
+    connect(&application, &Application::refreshed, this, &DesktopPresence::showCount);
+    connect(&window, &WidgetWindow::privacyChanged, this, &DesktopPresence::showCount);
+}
+
+void DesktopPresence::start(bool standsAlone) {
+    if (!standsAlone) {
+        connectBus();
+        if (!bus_.take() && handOverStart({})) return QApplication::quit();
+    }
+    watchTray();
+    makeTrayIcon();
+    scheme_.follow();
+}
+
+void DesktopPresence::connectBus() {
+    connect(&bus_, &DesktopBus::activationWanted, this, &DesktopPresence::showWindow);
+    connect(&bus_, &DesktopBus::openWanted, &application_, &Application::answerUrl);
+    connect(&bus_, &DesktopBus::addTaskWanted, &application_, &Application::addTask);
+    connect(&bus_, &DesktopBus::todayWanted, &application_, &Application::showToday);
+}
+
+// Tray
+
+void DesktopPresence::watchTray() {
+    auto* watcher = new QDBusServiceWatcher(kTrayService, QDBusConnection::sessionBus(),
+                                            QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &DesktopPresence::makeTrayIcon);
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
+        if (application_.window().isHidden()) waitForTray();
+    });
+}
+
+// An icon chooses the kind of tray when it is made: one that was made before its tray never gets there.
+void DesktopPresence::makeTrayIcon() {
+    tray_ = std::make_unique<TrayIcon>();
+    connect(tray_.get(), &TrayIcon::toggleWanted, this, &DesktopPresence::toggleWindow);
+    connect(tray_.get(), &TrayIcon::addWanted, &application_, &Application::addTask);
+    connect(tray_.get(), &TrayIcon::todayWanted, &application_, &Application::showToday);
+    connect(tray_.get(), &TrayIcon::menuOpening, this, &DesktopPresence::fillMenu);
+    showCount();
+}
+
+void DesktopPresence::showCount() {
+    WidgetHost& host = application_.host();
+    const std::size_t due = host.controller().todayTasks().size();
+    const std::size_t overdue = host.overdueCount();
+    const QString sentence = qtText(application_.isPrivate() ? dueCountText(due, overdue)
+                                                             : widgetSentence(host.snapshot(), overdue));
+    application_.window().describe(sentence);
+    if (tray_) tray_->showCount(due, sentence);
+}
+
+void DesktopPresence::waitForTray() {
+    trayQuestions_ = 0;
+    if (!isTrayThere()) trayPatience_.start();
+}
+
+// Window
+
+void DesktopPresence::showWindow() {
+    WidgetWindow& window = application_.window();
+    window.show();
+    if (window.isMinimized()) window.showNormal();
+    window.raise();
+    window.activateWindow();
+}
+
+void DesktopPresence::hideWindow() {
+    if (tray_ && isTrayThere()) return application_.window().hide();
+    application_.window().showMinimized();
+}
+
+void DesktopPresence::closeWindow() {
+    if (tray_ && isTrayThere()) return application_.window().hide();
+    application_.window().hide();
+    application_.quitWhenUnseen();
+}
+
+void DesktopPresence::toggleWindow() {
+    const WidgetWindow& window = application_.window();
+    const bool isInFront = window.isVisible() && !window.isMinimized() && window.isActiveWindow();
+    isInFront ? hideWindow() : showWindow();
+}
+
+// Menus
+
+void DesktopPresence::fillMenu(QMenu* menu) {
+    menu->addSeparator();
+    addColorChoices(menu);
+    addAutostart(menu);
+    menu->addSeparator();
+    menu->addAction(translated("Quit"), qApp, &QApplication::quit);
+}
+
+void DesktopPresence::addColorChoices(QMenu* menu) {
+    struct Entry {
+        const char* text;
+        ColorScheme::Choice choice;
+    };
+    constexpr Entry kEntries[] = {
+        {"As the desktop", ColorScheme::Choice::kAuto },
+        {"Light",          ColorScheme::Choice::kLight},
+        {"Dark",           ColorScheme::Choice::kDark },
+    };
+    QMenu* colors = menu->addMenu(translated("Colours"));
+    auto* group = new QActionGroup(colors);
+    for (const Entry& entry : kEntries) {
+        QAction* action = colors->addAction(translated(entry.text), this,
+                                            [this, entry] { application_.chooseColors(entry.choice); });
+        action->setCheckable(true);
+        action->setChecked(scheme_.choice() == entry.choice);
+        group->addAction(action);
+    }
+}
+
+void DesktopPresence::addAutostart(QMenu* menu) {
+    QAction* action = menu->addAction(translated("Start with the session"), this, [this](bool isOn) {
+        if (const auto problem = setAutostarted(isOn)) {
+            application_.window().showMessage(QString::fromStdString(*problem));
+        }
+    });
+    action->setCheckable(true);
+    action->setChecked(isAutostarted());
+}
+
+}  // namespace corvane
