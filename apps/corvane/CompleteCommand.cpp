@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -83,17 +84,34 @@ std::string placeOf(const GList& list) {
     return nameToShow(account, account ? account->name() : std::nullopt);
 }
 
+// Names that may begin with the text whatever its case and accents, told by their first letter alone: most
+// tasks of a large store need no closer look then.
+std::optional<Predicate> mayBeginWith(const std::u16string& typed) {
+    constexpr char16_t kFirstBeyondAscii = 0x80;
+    const std::u16string lower = foldedWords(typed);
+    if (lower.empty() || lower.front() < u'a' || lower.front() > u'z') return std::nullopt;
+    const auto letter = [](int unit) { return Value(std::u16string(1, static_cast<char16_t>(unit))); };
+    const int upper = lower.front() - u'a' + u'A';
+    return fixedPredicate(u"(name >= %@ && name < %@) || (name >= %@ && name < %@) || name >= %@",
+                          {letter(lower.front()), letter(lower.front() + 1), letter(upper), letter(upper + 1),
+                           letter(kFirstBeyondAscii)});
+}
+
 Candidates tasks(GSData& data, const CommandPlace& place) {
+    const std::u16string typed = textFromUtf8(place.typed);
     const bool isDone = place.command->get_name() == "undone";
+    std::vector<Predicate> conditions = {
+        fixedPredicate(u"completed == %@ && removed == NO", {Value(isDone)})};
+    if (const auto mayBegin = mayBeginWith(typed)) conditions.push_back(*mayBegin);
+    if (!typed.empty()) conditions.push_back(fixedPredicate(u"name BEGINSWITH[cd] %@", {Value(typed)}));
+    conditions.push_back(fixedPredicate(u"list.removed == NO"));
     FetchRequest request;
-    request.predicate =
-        fixedPredicate(u"completed == %@ && removed == NO && list.removed == NO && name BEGINSWITH[cd] %@",
-                       {Value(isDone), Value(textFromUtf8(place.typed))});
-    request.sortDescriptors = {{"name"}};
+    request.predicate = andPredicateWithSubpredicates(conditions);
     request.fetchLimit = kMostTasks;
     request.relationshipKeyPathsForPrefetching = {"list"};
-    return candidatesNamed<GTask>(data.viewContext().fetch<GTask>(std::move(request)),
-                                  [](const GTask& task) { return placeOf(task); });
+    std::vector<GTask*> found = data.viewContext().fetch<GTask>(std::move(request));
+    std::ranges::sort(found, ObjectOrder({{"name"}}));
+    return candidatesNamed<GTask>(found, [](const GTask& task) { return placeOf(task); });
 }
 
 Candidates lists(GSData& data, const CommandPlace&) {
