@@ -107,7 +107,7 @@ void AlertNotifier::plan() {
 void AlertNotifier::followStore() {
     const SqliteStore* store = openStore();
     if (!store) return reminders_.reset();
-    if (!reminders_ || reminders_->store != store->uuid()) reminders_.emplace(store->uuid());
+    if (!reminders_ || reminders_->store != store->uuid()) reminders_.emplace(store->uuid(), clock_());
 }
 
 // The newest are told one by one, as they are the likeliest to matter still.

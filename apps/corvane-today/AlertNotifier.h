@@ -50,8 +50,8 @@ class AlertNotifier : public QObject {
 
   private:
     struct StoreReminders {
-        explicit StoreReminders(const std::string& identifier)
-            : store(identifier), alerts(identifier), snoozes(identifier) {}
+        StoreReminders(const std::string& identifier, Date now)
+            : store(identifier), alerts(identifier, now), snoozes(identifier) {}
         std::string store;
         AlertSchedule alerts;
         Snoozes snoozes;

@@ -42,23 +42,24 @@ std::optional<Date> nextAlert(ManagedObjectContext& context, Date after) {
     return tasks.empty() ? std::nullopt : tasks.front()->alertDate();
 }
 
-AlertSchedule::AlertSchedule(const std::string& store) : file_(kFileName, store) {
+AlertSchedule::AlertSchedule(const std::string& store, Date now) : file_(kFileName, store) {
     const PropertyList state{file_.read()};
-    checkedUntil_ = dateInState(state, kCheckedUntilKey);
-    begunAt_ = dateInState(state, kBegunAtKey);
+    begunAt_ = dateInState(state, kBegunAtKey).value_or(now);
+    checkedUntil_ = dateInState(state, kCheckedUntilKey).value_or(now);
     const PropertyList* given = state.find(kGivenKey);
-    const auto* moments = given ? given->get<PropertyList::Dictionary>() : nullptr;
-    if (!moments) return;
-    for (const auto& [task, moment] : *moments) {
-        if (const auto date = dateOfState(moment)) given_[task] = *date;
+    if (const auto* moments = given ? given->get<PropertyList::Dictionary>() : nullptr) {
+        for (const auto& [task, moment] : *moments) {
+            if (const auto date = dateOfState(moment)) given_[task] = *date;
+        }
     }
+    if (!state.find(kBegunAtKey)) save();
 }
 
 std::vector<GTask*> AlertSchedule::take(ManagedObjectContext& context, Date now) {
-    begunAt_ = std::min(begunAt_.value_or(now), now);
-    const Date checked = std::min(checkedUntil_.value_or(now), now);
+    begunAt_ = std::min(begunAt_, now);
+    const Date checked = std::min(checkedUntil_, now);
     checkedUntil_ = now;
-    const Date after = std::max({*begunAt_, checked - kLookBack, now - kLongestDelay});
+    const Date after = std::max({begunAt_, checked - kLookBack, now - kLongestDelay});
     std::vector<GTask*> tasks = tasksWithAlertsBetween(context, after, now);
     std::erase_if(tasks, [this](const GTask* task) { return isGiven(*task); });
     for (const GTask* task : tasks) given_[uriOf(*task)] = task->alertDate().value_or(now);
@@ -78,9 +79,9 @@ void AlertSchedule::save() {
     PropertyList::Dictionary given;
     for (const auto& [task, moment] : given_) given[task] = stateOfDate(moment);
     const bool isKept = file_.write({
-        {kBegunAtKey,      stateOfDate(*begunAt_)     },
-        {kCheckedUntilKey, stateOfDate(*checkedUntil_)},
-        {kGivenKey,        {std::move(given)}         }
+        {kBegunAtKey,      stateOfDate(begunAt_)     },
+        {kCheckedUntilKey, stateOfDate(checkedUntil_)},
+        {kGivenKey,        {std::move(given)}        }
     });
     if (isKept) savedUntil_ = checkedUntil_;
 }

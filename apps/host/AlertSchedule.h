@@ -26,9 +26,9 @@ std::optional<Date> nextAlert(ManagedObjectContext& context, Date after);
 
 class AlertSchedule {
   public:
-    /// Takes over what earlier runs gave for a store.
+    /// Takes over what earlier runs gave for a store; the first run begins at `now`.
     /// @param store  the store's identifier
-    explicit AlertSchedule(const std::string& store);
+    AlertSchedule(const std::string& store, Date now);
 
     /// The tasks whose alerts are to be given now, the earliest first. They count as given, and that is
     /// remembered; where it cannot be kept, only for the life of this object.
@@ -39,8 +39,8 @@ class AlertSchedule {
     void save();
 
     StateFile file_;
-    std::optional<Date> begunAt_;  ///< the first run; none: this one
-    std::optional<Date> checkedUntil_;
+    Date begunAt_;                       ///< when the first run began
+    Date checkedUntil_;                  ///< when alerts were taken last
     std::optional<Date> savedUntil_;     ///< what the file says; none: not written by this run
     std::map<std::string, Date> given_;  ///< the moment of the last alert given, by object URI
 };

@@ -67,7 +67,7 @@ const ClauseWords* wordsFor(std::u16string_view predicate) {
 }
 
 std::vector<PredicateNodePointer> clausesOf(const Predicate& predicate) {
-    const Compound* compound = predicate.root()->get<Compound>();
+    const auto* compound = predicate.root()->get<Compound>();
     if (compound && compound->kind == Compound::Kind::kAnd) return compound->operands;
     return {predicate.root()};
 }
@@ -93,7 +93,7 @@ ExplainedClause explainedClause(const PredicateNodePointer& node, const GTask& t
     const Predicate predicate(node);
     clause.predicate = predicate.predicateFormat();
     clause.isFulfilled = predicate.evaluate(task);
-    const Comparison* comparison = node->get<Comparison>();
+    const auto* comparison = node->get<Comparison>();
     const KeyPath* path = comparison ? comparison->left.get<KeyPath>() : nullptr;
     if (path) clause.value = std::visit(OwnedValue(), valueOfKeyPath(task, *path));
     const ClauseWords* words = wordsFor(clause.predicate);

@@ -71,16 +71,16 @@ TEST_F(AlertScheduleTest, GivesEachAlertOnceAlsoAfterARestart) {
     addAlert(u"old", "2024-03-05 11:59");
     addAlert(u"milk", "2024-03-05 13:00");
     {
-        AlertSchedule schedule("A");
+        AlertSchedule schedule("A", at("2024-03-05 12:00"));
         EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "") << "set before the first run";
         EXPECT_EQ(given(schedule, "2024-03-05 12:59:59"), "");
         EXPECT_EQ(given(schedule, "2024-03-05 13:00"), "milk");
         EXPECT_EQ(given(schedule, "2024-03-05 13:00"), "");
     }
-    AlertSchedule again("A");
+    AlertSchedule again("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(again, "2024-03-05 13:00:01"), "");
     addAlert(u"bread", "2024-03-05 13:05");
-    AlertSchedule other("B");
+    AlertSchedule other("B", at("2024-03-05 13:06"));
     EXPECT_EQ(given(other, "2024-03-05 13:06"), "") << "a store that nobody has looked at";
     EXPECT_EQ(given(again, "2024-03-05 13:06"), "bread");
 }
@@ -89,27 +89,27 @@ TEST_F(AlertScheduleTest, GivesLateWhatCameDueWhileNothingRan) {
     addAlert(u"twoDaysAgo", "2024-03-05 14:00");
     addAlert(u"yesterday", "2024-03-06 18:00");
     {
-        AlertSchedule schedule("A");
+        AlertSchedule schedule("A", at("2024-03-05 12:00"));
         EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "");
     }
-    AlertSchedule schedule("A");
+    AlertSchedule schedule("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(schedule, "2024-03-07 12:00"), "yesterday");
 }
 
 TEST_F(AlertScheduleTest, LooksBackForChangesThatArriveLateButNotFar) {
-    AlertSchedule schedule("A");
+    AlertSchedule schedule("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "");
     EXPECT_EQ(given(schedule, "2024-03-05 13:00"), "");
     addAlert(u"longPast", "2024-03-05 12:45");
     addAlert(u"justNow", "2024-03-05 12:55");
     EXPECT_EQ(given(schedule, "2024-03-05 13:01"), "justNow");
-    AlertSchedule again("A");
+    AlertSchedule again("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(again, "2024-03-05 13:30"), "");
 }
 
 TEST_F(AlertScheduleTest, RepeatsNothingWhenTheClockIsSetBack) {
     addAlert(u"milk", "2024-03-05 13:00");
-    AlertSchedule schedule("A");
+    AlertSchedule schedule("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "");
     EXPECT_EQ(given(schedule, "2024-03-05 13:30"), "milk");
     EXPECT_EQ(given(schedule, "2024-03-05 12:30"), "");
@@ -120,7 +120,7 @@ TEST_F(AlertScheduleTest, RepeatsNothingWhenTheClockIsSetBack) {
 TEST_F(AlertScheduleTest, GivesTheAlertOfTheNextOccurrence) {
     GTask& task = addAlert(u"water", "2024-03-05 13:00");
     task.setDueDate(task.dueDate(), kAtTimeOfDay, kRepeatDaily, 1);
-    AlertSchedule schedule("A");
+    AlertSchedule schedule("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "");
     EXPECT_EQ(given(schedule, "2024-03-05 13:00"), "water");
     completeTask(task);
@@ -129,7 +129,7 @@ TEST_F(AlertScheduleTest, GivesTheAlertOfTheNextOccurrence) {
 }
 
 TEST_F(AlertScheduleTest, KeepsItsFilePrivateAndShortAndSurvivesDamage) {
-    AlertSchedule first("A");
+    AlertSchedule first("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(first, "2024-03-05 12:00"), "");
     for (int day = 0; day < 5; ++day) {
         const Date moment = at("2024-03-05 13:00") + TimeInterval(day * 86'400.0);
@@ -144,9 +144,9 @@ TEST_F(AlertScheduleTest, KeepsItsFilePrivateAndShortAndSurvivesDamage) {
     for (const char* const damage : {"", "bplist00", "nonsense", "<plist><array/></plist>"}) {
         SCOPED_TRACE(damage);
         writeFileBytes(stateFile(), damage);
-        AlertSchedule schedule("A");
+        AlertSchedule schedule("A", at("2024-03-09 13:05"));
         EXPECT_EQ(given(schedule, "2024-03-09 13:05"), "") << "as a first run";
-        AlertSchedule again("A");
+        AlertSchedule again("A", at("2024-03-05 12:00"));
         GTask& task = addAlert(u"y", "2024-03-09 13:06");
         EXPECT_EQ(given(again, "2024-03-09 13:06"), "y") << "the file is whole again";
         task.setCompleted(true);
@@ -156,7 +156,7 @@ TEST_F(AlertScheduleTest, KeepsItsFilePrivateAndShortAndSurvivesDamage) {
 TEST_F(AlertScheduleTest, AsksOneStatementHoweverManyTasks) {
     for (int i = 0; i < 3'000; ++i) addAlert(u"x", "2024-03-05 20:00");
     widget_.save();
-    AlertSchedule schedule("A");
+    AlertSchedule schedule("A", at("2024-03-05 12:00"));
     EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "");
     const std::size_t before = widget_.context().statementCount();
     EXPECT_EQ(given(schedule, "2024-03-05 13:00"), "");
