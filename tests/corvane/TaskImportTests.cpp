@@ -51,10 +51,7 @@ std::string imported(std::string_view data) {
 
 TEST(TaskImport, PlainTextNestsByIndentation) {
     const TestEnvironment environment;
-    struct Row {
-        const char *text, *expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<const char*, const char*> kRows[] = {
         {"Milk\nBread\n",                                      "Milk Bread"               },
         {"\xEF\xBB\xBFMilk\r\n  Skimmed\r\n\r\n\tFull\nBread", "Milk(Skimmed(Full)) Bread"},
         {"- [x] Milk\n    * Skimmed\n  - [ ] Odd\n",           "Milk+(Skimmed Odd)"       },
@@ -63,7 +60,7 @@ TEST(TaskImport, PlainTextNestsByIndentation) {
         {"1 < 2 & 3",                                          "1 < 2 & 3"                },
         {" \n\n",                                              "the file is empty"        },
     };
-    for (const Row& row : kRows) EXPECT_EQ(imported(row.text), row.expected) << row.text;
+    for (const auto& [text, expected] : kRows) EXPECT_EQ(imported(text), expected) << text;
     EXPECT_EQ(imported(std::string_view("a\0b", 3)), "the file is no text");
 }
 

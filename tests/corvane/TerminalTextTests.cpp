@@ -10,12 +10,7 @@ namespace {
 using namespace std::string_literals;
 
 TEST(TerminalText, LeavesNothingThatATerminalObeys) {
-    struct Row {
-        const char* what;
-        std::u16string text;
-        std::string_view expected;
-    };
-    const Row kRows[] = {
+    const std::tuple<const char*, std::u16string, std::string_view> kRows[] = {
         {"letters of all kinds",           u"Käse 牛乳 🥛 חלב",           "Käse 牛乳 🥛 חלב"},
         {"an escape sequence",             u"\x1B[31mred\x07",                    "␛[31mred␇"           },
         {"lines, a tab, a null character", u"a\nb\r\tc\0d"s,                      "a␊b␍ c␀d"          },
@@ -27,20 +22,15 @@ TEST(TerminalText, LeavesNothingThatATerminalObeys) {
         {"direction marks, which end",     u"a\u200E\u200F\u061C",                "a\u200E\u200F\u061C"     },
         {"unpaired surrogates",            u"a\xD83E b\xDD5B",                    "a\uFFFD b\uFFFD"         },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(utf8FromText(terminalText(row.text)), row.expected);
+    for (const auto& [what, text, expected] : kRows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(utf8FromText(terminalText(text)), expected);
     }
     EXPECT_EQ(terminalUtf8("/tmp/\x1B\xFF"), "/tmp/␛\uFFFD");
 }
 
 TEST(TerminalText, MeasuresInCells) {
-    struct Row {
-        const char* what;
-        std::u16string_view text;
-        std::size_t cells;
-    };
-    const Row kRows[] = {
+    const std::tuple<const char*, std::u16string_view, std::size_t> kRows[] = {
         {"an accent in one and in two",     u"éé",                     2},
         {"East Asian letters",              u"牛乳",                   4},
         {"full-width and half-width forms", u"Ａｱ",                   3},
@@ -52,9 +42,9 @@ TEST(TerminalText, MeasuresInCells) {
         {"ambiguous signs of our own",      u"○◉▎♪…",          5},
         {"what has no width",               u"\u200B\u2060\uFEFF\u2068", 0},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(displayWidth(row.text), row.cells);
+    for (const auto& [what, text, cells] : kRows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(displayWidth(text), cells);
     }
 }
 

@@ -29,22 +29,17 @@ TEST(DateTexts, FollowTheLocale) {
 }
 
 TEST(DateTexts, ShowTheYearOnlyOutsideTheCurrentOne) {
-    struct Row {
-        const char* now;
-        const char* date;
-        const char16_t* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char16_t*> kRows[] = {
         {"2024-03-05 12:00",        "2024-01-01 00:00",        u"Mon, Jan 1"       },
         {"2024-03-05 12:00",        "2023-12-31 23:59:59.999", u"Sun, Dec 31, 2023"},
         {"2024-12-31 23:59:59.999", "2025-01-01 00:00",        u"Wed, Jan 1, 2025" },
         {"2025-01-01 00:00",        "2025-01-01 00:00",        u"Wed, Jan 1"       },
     };
     const TestEnvironment environment({.timeZone = "America/New_York"});
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.now) + " shows " + row.date);
-        environment.setNow(row.now);
-        EXPECT_EQ(stringOfDate(at(row.date)), row.expected);
+    for (const auto& [now, date, expected] : kRows) {
+        SCOPED_TRACE(std::string(now) + " shows " + date);
+        environment.setNow(now);
+        EXPECT_EQ(stringOfDate(at(date)), expected);
     }
 }
 

@@ -51,22 +51,16 @@ TEST(WeeklyRule, TakesTheNextListedDay) {
 }
 
 TEST(WeeklyRule, AddsWeeksAloneWithoutAnotherDayToFind) {
-    struct Row {
-        std::int64_t weeks;
-        Weekdays weekdays;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::tuple<std::int64_t, Weekdays, const char*> rows[] = {
         {2, {4}, "2024-03-20 10:00:00.250"},
         {0, {4}, "2024-03-06 10:00:00.250"},
         {0, {},  "2024-03-06 10:00:00.250"},
         {1, {9}, "2024-03-06 10:00:00.250"},
     };
     const TestEnvironment environment;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.weekdays));
-        EXPECT_EQ(civilText(dateByAddingWeeks(at("2024-03-06 10:00:00.250"), row.weeks, row.weekdays)),
-                  row.expected);
+    for (const auto& [weeks, weekdays, expected] : rows) {
+        SCOPED_TRACE(testing::PrintToString(weekdays));
+        EXPECT_EQ(civilText(dateByAddingWeeks(at("2024-03-06 10:00:00.250"), weeks, weekdays)), expected);
     }
 }
 
@@ -181,21 +175,16 @@ TEST(MonthlyRule, FitsItsDayToTheSubsecond) {
 }
 
 TEST(YearlyRule, KeepsDayAndTime) {
-    struct Row {
-        const char* from;
-        std::int64_t years;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, std::int64_t, const char*> kRows[] = {
         {"2024-02-29 09:00",        1,    "2025-02-28 09:00"       },
         {"2024-02-29 09:00",        -124, "1900-02-28 09:00"       },
         {"2024-06-15 09:00:00.250", 1,    "2025-06-15 09:00:00.250"},
         {"2023-03-31 02:30",        1,    "2024-03-31 03:30"       },
     };
     const TestEnvironment environment({.timeZone = "Europe/Berlin"});
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.from) + " plus " + std::to_string(row.years));
-        EXPECT_EQ(civilText(dateByAddingYears(at(row.from), row.years)), row.expected);
+    for (const auto& [from, years, expected] : kRows) {
+        SCOPED_TRACE(std::string(from) + " plus " + std::to_string(years));
+        EXPECT_EQ(civilText(dateByAddingYears(at(from), years)), expected);
     }
 }
 

@@ -77,11 +77,7 @@ TEST(Rfc3339, ReadsNothingElse) {
 
 TEST(Rfc3339, WritesTheNearestMillisecondThatTheFormReaches) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    struct Row {
-        double date;
-        const char16_t* expected;
-    };
-    const Row rows[] = {
+    const std::pair<double, const char16_t*> rows[] = {
         {0.0006,            u"2001-01-01T00:00:00.001Z"},
         {-0.0004,           u"2001-01-01T00:00:00.000Z"},
         {-0.0006,           u"2000-12-31T23:59:59.999Z"},
@@ -92,27 +88,22 @@ TEST(Rfc3339, WritesTheNearestMillisecondThatTheFormReaches) {
         {-1e300,            u"0000-01-01T00:00:00.000Z"},
         {std::nan(""),      u"2001-01-01T00:00:00.000Z"},
     };
-    for (const Row& row : rows) EXPECT_EQ(stringOfRfc3339(reference(row.date)), row.expected) << row.date;
+    for (const auto& [date, expected] : rows) EXPECT_EQ(stringOfRfc3339(reference(date)), expected) << date;
 }
 
 TEST(Rfc3339Formatter, WritesTheWallClockOfItsZone) {
-    struct Row {
-        const char* zone;
-        const char16_t* utc;
-        const char16_t* local;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char16_t*> kRows[] = {
         {"Europe/Berlin",  u"2024-03-31T01:00:00.000Z", u"2024-03-31T03:00:00.000Z"},
         {"Europe/Berlin",  u"2024-10-27T00:30:00.000Z", u"2024-10-27T02:30:00.000Z"},
         {"Asia/Kathmandu", u"2024-03-04T18:15:00.500Z", u"2024-03-05T00:00:00.500Z"},
         {"Pacific/Apia",   u"2011-12-30T10:00:00.000Z", u"2011-12-31T00:00:00.000Z"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.zone) + " " + utf8FromText(row.utc));
-        const Rfc3339Formatter local = formatterFor(row.zone);
-        const Date date = dateFromRfc3339(row.utc).value();
-        EXPECT_EQ(local.stringFromDate(date), row.local);
-        EXPECT_EQ(local.dateFromString(row.local), date);
+    for (const auto& [zone, utc, wallClock] : kRows) {
+        SCOPED_TRACE(std::string(zone) + " " + utf8FromText(utc));
+        const Rfc3339Formatter local = formatterFor(zone);
+        const Date date = dateFromRfc3339(utc).value();
+        EXPECT_EQ(local.stringFromDate(date), wallClock);
+        EXPECT_EQ(local.dateFromString(wallClock), date);
     }
 }
 

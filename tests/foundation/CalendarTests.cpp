@@ -99,43 +99,33 @@ TEST(Calendar, LeavesADateThatIsMovedByNothing) {
 }
 
 TEST(Calendar, TakesTheLastDayOfAShorterMonth) {
-    struct Row {
-        const char* from;
-        std::int64_t months;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, std::int64_t, const char*> kRows[] = {
         {"2023-01-31 09:00:00.500", 1,             "2023-02-28 09:00:00.500"},
         {"2024-02-29 09:00",        12,            "2025-02-28 09:00"       },
         {"2024-03-31 09:00",        -1,            "2024-02-29 09:00"       },
         {"2024-02-29 02:30",        13 + 12 * 400, "2425-03-29 02:30"       },
     };
     const TestEnvironment environment({.timeZone = "Europe/London"});
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.from);
-        EXPECT_EQ(civilText(Calendar::current().dateByAddingMonths(at(row.from), row.months)), row.expected);
+    for (const auto& [from, months, expected] : kRows) {
+        SCOPED_TRACE(from);
+        EXPECT_EQ(civilText(Calendar::current().dateByAddingMonths(at(from), months)), expected);
     }
     EXPECT_EQ(civilText(Calendar::current().dateByAddingYears(at("2024-02-29"), 1)), "2025-02-28");
 }
 
 TEST(Calendar, BeginsTheWeekByTheLocale) {
-    struct Row {
-        const char* locale;
-        Weekday first;
-        const char* start;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, Weekday, const char*> kRows[] = {
         {"ar_EG", kSaturday, "2024-03-02"},
         {"en_US", kSunday,   "2024-03-03"},
         {"de_DE", kMonday,   "2024-03-04"},
         {"dv_MV", kFriday,   "2024-03-01"},
     };
     const cctz::civil_day wednesday(2024, 3, 6);
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.locale);
-        const TestEnvironment environment({.locale = row.locale});
-        EXPECT_EQ(Calendar::current().firstWeekday(), row.first);
-        const cctz::civil_day start = dayOf(row.start);
+    for (const auto& [locale, first, startOfWeek] : kRows) {
+        SCOPED_TRACE(locale);
+        const TestEnvironment environment({.locale = locale});
+        EXPECT_EQ(Calendar::current().firstWeekday(), first);
+        const cctz::civil_day start = dayOf(startOfWeek);
         EXPECT_EQ(Calendar::current().startOfWeek(wednesday), start);
         EXPECT_EQ(Calendar::current().startOfWeek(start), start);
         EXPECT_EQ(Calendar::current().startOfWeek(start - 1), start - 7);

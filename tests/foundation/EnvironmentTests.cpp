@@ -38,21 +38,16 @@ TEST(Environment, HasNoContainerWhereNoneCanBeMade) {
 
 TEST(Environment, FindsTheContainerByTheBaseDirectories) {
     const ProcessVariable home("HOME", "/home/u");
-    struct Row {
-        const char* container;
-        const char* dataHome;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char*> kRows[] = {
         {"/c",    "/data",    "/c"                                        },
         {nullptr, "/data",    "/data/group.com.velmor.orin"               },
         {"",      "",         "/home/u/.local/share/group.com.velmor.orin"},
         {nullptr, "relative", "/home/u/.local/share/group.com.velmor.orin"},
     };
-    for (const Row& row : kRows) {
-        const ProcessVariable container("CORVANE_CONTAINER", row.container);
-        const ProcessVariable dataHome("XDG_DATA_HOME", row.dataHome);
-        EXPECT_EQ(Environment::defaultContainerDirectory(), row.expected);
+    for (const auto& [container, dataHome, expected] : kRows) {
+        const ProcessVariable containerVariable("CORVANE_CONTAINER", container);
+        const ProcessVariable dataHomeVariable("XDG_DATA_HOME", dataHome);
+        EXPECT_EQ(Environment::defaultContainerDirectory(), expected);
     }
 }
 
@@ -61,19 +56,15 @@ TEST(Environment, FindsTheDocumentsByTheUserDirectories) {
     const ProcessVariable home("HOME", "/home/u");
     const ProcessVariable directory("XDG_CONFIG_HOME", configuration.path().c_str());
     EXPECT_EQ(Environment::defaultDocumentsDirectory(), "/home/u/Documents");
-    struct Row {
-        const char* lines;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<const char*, const char*> kRows[] = {
         {"XDG_DOCUMENTS_DIR=\"$HOME/Papiere\"\n",                                   "/home/u/Papiere"  },
         {"# comment\nXDG_MUSIC_DIR=\"/m\"\n  XDG_DOCUMENTS_DIR=\"/a \\\"b\\\"\"\n", "/a \"b\""         },
         {"XDG_DOCUMENTS_DIR=\"/old\"\nXDG_DOCUMENTS_DIR=\"$HOME\"",                 "/home/u"          },
         {"XDG_DOCUMENTS_DIR=\"relative\"\nXDG_DOCUMENTS_DIR=\"",                    "/home/u/Documents"},
     };
-    for (const Row& row : kRows) {
-        writeFileBytes(configuration.path() / "user-dirs.dirs", row.lines);
-        EXPECT_EQ(Environment::defaultDocumentsDirectory(), row.expected);
+    for (const auto& [lines, expected] : kRows) {
+        writeFileBytes(configuration.path() / "user-dirs.dirs", lines);
+        EXPECT_EQ(Environment::defaultDocumentsDirectory(), expected);
     }
 }
 

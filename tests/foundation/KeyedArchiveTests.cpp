@@ -73,11 +73,7 @@ std::string textOfColor(const std::optional<Color>& color) {
 }
 
 TEST(KeyedArchive, ReadsEveryFormOfAColor) {
-    struct Row {
-        const char* keys;
-        const char* color;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<const char*, const char*> kRows[] = {
         {"UIColorComponentCount=2 UIWhite=0.5 UIAlpha=0.25",             "white 0.5 / 0.25"                },
         {"UIColorComponentCount=2 UIRed=1 UIGreen=1 UIBlue=1 UIWhite=0", "white 0 / 1"                     },
         {"UIColorComponentCount=4 UIRed=1 UIGreen=0 UIBlue=1 UIAlpha=1", "rgb 1 0 1 / 1"                   },
@@ -94,10 +90,10 @@ TEST(KeyedArchive, ReadsEveryFormOfAColor) {
         {"NSRGB(red)",                                                   "none"                            },
         {"UISystemColorName@9 UIWhite@9",                                "none"                            },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.keys);
-        EXPECT_EQ(textOfColor(unarchivedColorSecurely(archiveOf(row.keys))), row.color);
-        EXPECT_EQ(textOfColor(unarchivedColorLegacy(archiveOf(row.keys))), row.color);
+    for (const auto& [keys, color] : kRows) {
+        SCOPED_TRACE(keys);
+        EXPECT_EQ(textOfColor(unarchivedColorSecurely(archiveOf(keys))), color);
+        EXPECT_EQ(textOfColor(unarchivedColorLegacy(archiveOf(keys))), color);
     }
 }
 

@@ -14,11 +14,7 @@ std::string written(const char* civil, const std::u16string& pattern) {
 }
 
 TEST(Locale, ReadsTheNamesOfTheCLibrary) {
-    struct Row {
-        const char* name;
-        const char* identifier;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<const char*, const char*> kRows[] = {
         {"de_DE.UTF-8",       "de_DE"      },
         {"C.UTF-8",           "en_US_POSIX"},
         {"",                  "en_US_POSIX"},
@@ -26,7 +22,7 @@ TEST(Locale, ReadsTheNamesOfTheCLibrary) {
         {"en-GB",             "en_GB"      },
         {"ca_ES@valencia",    "ca_ES"      },
     };
-    for (const Row& row : kRows) EXPECT_EQ(Locale(row.name).identifier(), row.identifier) << row.name;
+    for (const auto& [name, identifier] : kRows) EXPECT_EQ(Locale(name).identifier(), identifier) << name;
     for (const char* broken : {"../../etc/passwd", "@", ".", "xx@=;=", "_____", "\xff\xfe"}) {
         EXPECT_FALSE(Locale(broken).shortTimePattern().empty()) << broken;
     }
@@ -74,19 +70,14 @@ TEST(Locale, WritesDatesInItsOrderAndDigitsAndInTheGregorianCalendar) {
 
 TEST(Locale, WritesTheCivilFieldsOfTheCalendar) {
     const std::u16string full = u"y-MM-dd HH:mm:ss.SSS";
-    struct Row {
-        const char* zone;
-        const char* civil;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char*> kRows[] = {
         {"America/Sao_Paulo", "2018-11-04",              "2018-11-04 01:00:00.000"},
         {"Europe/Berlin",     "1500-02-28 23:59:59.250", "1500-02-28 23:59:59.250"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.civil);
-        const TestEnvironment environment({.timeZone = row.zone});
-        EXPECT_EQ(written(row.civil, full), row.expected);
+    for (const auto& [zone, civil, expected] : kRows) {
+        SCOPED_TRACE(civil);
+        const TestEnvironment environment({.timeZone = zone});
+        EXPECT_EQ(written(civil, full), expected);
     }
 }
 

@@ -8,12 +8,7 @@ namespace corvane {
 namespace {
 
 TEST(Text, ReplacesEachIllFormedSequence) {
-    struct Row {
-        const char* what;
-        std::string_view utf8;
-        std::u16string_view text;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, std::string_view, std::u16string_view> kRows[] = {
         {"two, three and four bytes",  "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", u"ä€😀"               },
         {"zero inside",                {"a\0b", 3},                            {u"a\0b", 3}               },
         {"cut off at the end",         "a\xF0\x9F\x98",                        u"a\uFFFD"                 },
@@ -22,7 +17,7 @@ TEST(Text, ReplacesEachIllFormedSequence) {
         {"surrogate",                  "\xED\xA0\x80",                         u"\uFFFD\uFFFD\uFFFD"      },
         {"beyond the last plane",      "\xF4\x90\x80\x80",                     u"\uFFFD\uFFFD\uFFFD\uFFFD"},
     };
-    for (const Row& row : kRows) EXPECT_EQ(textFromUtf8(row.utf8), row.text) << row.what;
+    for (const auto& [what, utf8, text] : kRows) EXPECT_EQ(textFromUtf8(utf8), text) << what;
 }
 
 TEST(Text, WritesLoneSurrogatesAsReplacements) {
@@ -32,12 +27,7 @@ TEST(Text, WritesLoneSurrogatesAsReplacements) {
 }
 
 TEST(Device, ComparesVersionsNumberByNumber) {
-    struct Row {
-        const char16_t* a;
-        const char16_t* b;
-        int sign;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char16_t*, const char16_t*, int> kRows[] = {
         {u"9.3",                  u"10.0",                  -1},
         {u"10",                   u"10.0.1",                -1},
         {u"13.04",                u"13.4",                  0 },
@@ -46,11 +36,11 @@ TEST(Device, ComparesVersionsNumberByNumber) {
         {u"2.",                   u"2",                     1 },
         {u"99999999999999999999", u"100000000000000000000", -1},
     };
-    const auto sign = [](int order) { return (order > 0) - (order < 0); };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(utf8FromText(row.a) + " and " + utf8FromText(row.b));
-        EXPECT_EQ(sign(compareVersionsNumerically(row.a, row.b)), row.sign);
-        EXPECT_EQ(sign(compareVersionsNumerically(row.b, row.a)), -row.sign);
+    const auto signOf = [](int order) { return (order > 0) - (order < 0); };
+    for (const auto& [a, b, sign] : kRows) {
+        SCOPED_TRACE(utf8FromText(a) + " and " + utf8FromText(b));
+        EXPECT_EQ(signOf(compareVersionsNumerically(a, b)), sign);
+        EXPECT_EQ(signOf(compareVersionsNumerically(b, a)), -sign);
     }
 }
 

@@ -29,12 +29,7 @@ class UserDefaultsTest : public testing::Test {
 };
 
 TEST_F(UserDefaultsTest, ReadsValuesAsThePlatformDoes) {
-    struct Row {
-        const char* value;
-        std::int64_t integer;
-        bool boolean;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, std::int64_t, bool> kRows[] = {
         {"<true/>",                                1,                        true },
         {"<integer>12</integer>",                  12,                       true },
         {"<integer>-3</integer>",                  -3,                       true },
@@ -48,12 +43,12 @@ TEST_F(UserDefaultsTest, ReadsValuesAsThePlatformDoes) {
         {"<data>AQ==</data>",                      0,                        false},
         {"<array><integer>1</integer></array>",    0,                        false},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.value);
-        writeXml("<dict><key>key</key>" + std::string(row.value) + "</dict>");
+    for (const auto& [value, integer, boolean] : kRows) {
+        SCOPED_TRACE(value);
+        writeXml("<dict><key>key</key>" + std::string(value) + "</dict>");
         const UserDefaults defaults(file_);
-        EXPECT_EQ(defaults.integerForKey("key"), row.integer);
-        EXPECT_EQ(defaults.boolForKey("key"), row.boolean);
+        EXPECT_EQ(defaults.integerForKey("key"), integer);
+        EXPECT_EQ(defaults.boolForKey("key"), boolean);
     }
 }
 

@@ -70,12 +70,7 @@ TEST_F(StoreCheckTest, FindsAndMendsEveryFault) {
         "ZGTASK SET ZCOMPLETED = 1 WHERE Z_PK = (SELECT MIN(ZPARENTTASK) FROM ZGTASK WHERE ZREMOVED = 0 AND "
         "ZCOMPLETED = 0)";
     using enum FaultKind;
-    struct Row {
-        const char* what;
-        const char* change;
-        FaultKind kind;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, FaultKind> kRows[] = {
         {"task order",           "ZGTASK SET ZDISPLAYORDER = 17",                               kOrder     },
         {"list order",           "ZGLIST SET ZDISPLAYORDER = ZDISPLAYORDER + 3 WHERE Z_PK = 1", kOrder     },
         {"account order",        "ZGUSER SET ZDISPLAYORDER = 0 WHERE ZACCOUNTTYPE != 5000",     kOrder     },
@@ -92,12 +87,12 @@ TEST_F(StoreCheckTest, FindsAndMendsEveryFault) {
         {"off the rule",         kTuesdayThatRepeatsOnMondays,                                  kRepeat    },
         {"open below completed", kParentOfOpenTasks,                                            kCompletion},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        const bool saysWhere = std::string_view(row.change).find("WHERE") != std::string_view::npos;
-        damage(std::string("UPDATE ") + row.change + (saysWhere ? "" : kSomeTask));
+    for (const auto& [what, change, kind] : kRows) {
+        SCOPED_TRACE(what);
+        const bool saysWhere = std::string_view(change).find("WHERE") != std::string_view::npos;
+        damage(std::string("UPDATE ") + change + (saysWhere ? "" : kSomeTask));
         const Outcome outcome = checkAndRepair();
-        EXPECT_TRUE(outcome.found.contains(row.kind));
+        EXPECT_TRUE(outcome.found.contains(kind));
         EXPECT_GT(outcome.mended, 0u);
         EXPECT_EQ(outcome.left, 0u);
     }

@@ -6,12 +6,7 @@ namespace corvane {
 namespace {
 
 TEST(WritingDirection, FindsLettersFromRightToLeft) {
-    struct Row {
-        const char* what;
-        std::u16string_view text;
-        bool expected;
-    };
-    const Row kRows[] = {
+    const std::tuple<const char*, std::u16string_view, bool> kRows[] = {
         {"Latin",                         u"Milk",           false},
         {"Hebrew among Latin",            u"Buy חלב",     true },
         {"a script beyond 16 bits",       u"\U00010800",     true },
@@ -19,9 +14,9 @@ TEST(WritingDirection, FindsLettersFromRightToLeft) {
         {"an unpaired surrogate",         u"\xD802",         false},
         {"digits, which follow the rest", u"\u0661 \u2068x", false},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(hasRightToLeftText(row.text), row.expected);
+    for (const auto& [what, text, expected] : kRows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(hasRightToLeftText(text), expected);
     }
 }
 

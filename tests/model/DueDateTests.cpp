@@ -39,20 +39,16 @@ class DueDateTest : public ModelTest {
 };
 
 TEST_F(DueDateTest, AllDayTasksAreDueAtTheDefaultAlertTime) {
-    struct Row {
-        std::int64_t hour, minute;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<std::int64_t, std::int64_t, const char*> kRows[] = {
         {9,  30, "2024-03-10 09:30"},
         {24, 5,  "2024-03-11 00:05"}, // settings are not checked
         {-1, 0,  "2024-03-09 23:00"},
     };
-    for (const Row& row : kRows) {
-        setDefaultAlertTime(row.hour, row.minute);
+    for (const auto& [hour, minute, expected] : kRows) {
+        setDefaultAlertTime(hour, minute);
         task().setDueDate(std::nullopt, kAtTimeOfDay, kNoRepeat, 1);
         task().setDueDate(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
-        EXPECT_EQ(state(), row.expected + std::string(" | none | d"));
+        EXPECT_EQ(state(), expected + std::string(" | none | d"));
         task().setDueDate2(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);
         EXPECT_EQ(state(), "2024-03-10 17:45 | none | d");
         task().setDueDate(at("2024-03-10 17:45"), kAllDay, kNoRepeat, 1);

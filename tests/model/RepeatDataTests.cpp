@@ -13,11 +13,7 @@ using testing::IsEmpty;
 
 TEST(IntegerValue, ReadsTheNumberThatATextBeginsWith) {
     using Limits = std::numeric_limits<std::int64_t>;
-    struct Row {
-        const char16_t* text;
-        std::int64_t value;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<const char16_t*, std::int64_t> kRows[] = {
         {u" \t\n+7x9",             7            },
         {u"-3,4",                  -3           },
         {u"- 1",                   0            },
@@ -25,15 +21,11 @@ TEST(IntegerValue, ReadsTheNumberThatATextBeginsWith) {
         {u"9223372036854775808",   Limits::max()},
         {u"-99999999999999999999", Limits::min()},
     };
-    for (const Row& row : kRows) EXPECT_EQ(integerValue(row.text), row.value) << row.value;
+    for (const auto& [text, value] : kRows) EXPECT_EQ(integerValue(text), value) << value;
 }
 
 TEST(MonthlyRepeatData, FiltersOnReadingOnly) {
-    struct Row {
-        std::optional<std::u16string_view> data;
-        std::uint64_t ordinal, weekday;
-    };
-    const Row kRows[] = {
+    const std::tuple<std::optional<std::u16string_view>, std::uint64_t, std::uint64_t> kRows[] = {
         {u"2,3",                    2, 3                   },
         {u"6,3",                    0, 3                   },
         {u"2,3,4",                  0, 0                   },
@@ -41,9 +33,9 @@ TEST(MonthlyRepeatData, FiltersOnReadingOnly) {
         {std::nullopt,              0, 0                   },
         {u"1,99999999999999999999", 1, 9223372036854775807u},
     };
-    for (const Row& row : kRows) {
-        EXPECT_EQ(ordinalOfMonthlyRepeatData(row.data), row.ordinal);
-        EXPECT_EQ(weekdayOfMonthlyRepeatData(row.data), row.weekday);
+    for (const auto& [data, ordinal, weekday] : kRows) {
+        EXPECT_EQ(ordinalOfMonthlyRepeatData(data), ordinal);
+        EXPECT_EQ(weekdayOfMonthlyRepeatData(data), weekday);
     }
 }
 

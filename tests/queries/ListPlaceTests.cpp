@@ -7,26 +7,21 @@ namespace {
 class ListPlaceTest : public QueryTest {};
 
 TEST_F(ListPlaceTest, NewListsMakeRoom) {
-    struct Row {
-        std::int16_t type;
-        std::int32_t position;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<std::int16_t, std::int32_t, const char*> kRows[] = {
         {7,                    0,  "New0 A1 B2"         },
         {7,                    1,  "A0 New1 B2"         },
         {7,                    3,  "A0 B1 New2"         },
         {7,                    -1, "A0 B1 New2"         },
         {kUnlistedAccountType, 1,  "A5000 New5001 B5002"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.expected);
-        GUser& account = accountWithLists(row.type, {u"A", u"B"});
-        GList& list = GList::insertNewListToAccount(account, row.position);
+    for (const auto& [type, position, expected] : kRows) {
+        SCOPED_TRACE(expected);
+        GUser& account = accountWithLists(type, {u"A", u"B"});
+        GList& list = GList::insertNewListToAccount(account, position);
         EXPECT_EQ(list.createdTimestamp(), now());
         EXPECT_EQ(list.id(), std::nullopt);
         list.setName(u"New");
-        EXPECT_EQ(text(account.orderedLists()), row.expected);
+        EXPECT_EQ(text(account.orderedLists()), expected);
     }
 }
 

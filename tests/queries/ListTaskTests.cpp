@@ -37,22 +37,18 @@ TEST_F(ListTaskTest, TheCacheOfTheOrderIsAsStaleAsItsFlagSays) {
 }
 
 TEST_F(ListTaskTest, ClearingLiftsChildren) {
-    struct Row {
-        const char *before, *after;
-        std::size_t tombstones;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, std::size_t> kRows[] = {
         {"A+(B C+ D) E",     "B D E",     0},
         {"A+#(B)",           "B",         1},
         {"A(B+(C(D)) E+) F", "A(C(D)) F", 0},
         {"A+(B*#)",          "",          1},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.before);
-        GList& cleared = listWith(row.before);
+    for (const auto& [before, after, tombstones] : kRows) {
+        SCOPED_TRACE(before);
+        GList& cleared = listWith(before);
         cleared.deleteCompletedTasks();
-        EXPECT_EQ(liveTreeText(cleared), row.after);
-        EXPECT_EQ(cleared.removedTasks().size(), row.tombstones);
+        EXPECT_EQ(liveTreeText(cleared), after);
+        EXPECT_EQ(cleared.removedTasks().size(), tombstones);
         std::int16_t position = 0;
         for (const GTask* task : cleared.orderedAllTasks()) EXPECT_EQ(task->displayOrder(), position++);
     }

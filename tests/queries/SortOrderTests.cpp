@@ -62,11 +62,7 @@ TEST_F(SortOrderTest, TheStoreAppliesThem) {
     named("q").setName(u"ä");
     set("d", 50, "2024-03-09");
     set("e", -1, nullptr);
-    struct Row {
-        std::int32_t order, filter;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<std::int32_t, std::int32_t, const char*> kRows[] = {
         {0, 8, "b a C ä d e"},
         {0, 1, "d ä C a b e"},
         {1, 1, "ä d a b C e"},
@@ -74,10 +70,10 @@ TEST_F(SortOrderTest, TheStoreAppliesThem) {
     };
     for (const bool saved : {false, true}) {
         if (saved) save();
-        for (const Row& row : kRows) {
+        for (const auto& [order, filter, expected] : kRows) {
             FetchRequest request;
-            request.sortDescriptors = *GSData::sortDescriptorsForTasksOrder(row.order, row.filter);
-            EXPECT_EQ(names(context().fetch<GTask>(request)), row.expected) << row.order << " " << row.filter;
+            request.sortDescriptors = *GSData::sortDescriptorsForTasksOrder(order, filter);
+            EXPECT_EQ(names(context().fetch<GTask>(request)), expected) << order << " " << filter;
         }
     }
 }

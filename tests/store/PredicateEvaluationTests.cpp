@@ -44,11 +44,7 @@ class PredicateMeaning : public BookStoreTest {
 };
 
 TEST_F(PredicateMeaning, IsTheSameInMemoryAndInTheFile) {
-    struct Row {
-        const char16_t* predicate;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char16_t*, const char*> rows[] = {
   // nil is neither equal nor unequal to anything, but it can be asked for
         {u"title == nil",                                    "-"            },
         {u"title != nil AND title != ''",                    "A B C D Set"  },
@@ -79,9 +75,9 @@ TEST_F(PredicateMeaning, IsTheSameInMemoryAndInTheFile) {
         {u"SELF IN whole.parts",                             "A B C"        },
     };
     for (const char* state : {"unsaved", "saved"}) {
-        for (const Row& row : rows) {
-            SCOPED_TRACE(utf8FromText(row.predicate));
-            EXPECT_EQ(found(row.predicate), row.expected) << state;
+        for (const auto& [predicate, expected] : rows) {
+            SCOPED_TRACE(utf8FromText(predicate));
+            EXPECT_EQ(found(predicate), expected) << state;
         }
         books_.save();
     }

@@ -35,11 +35,7 @@ std::u16string repeated(std::u16string_view part, int count) {
 }
 
 TEST(PredicateParser, ReadsTheWholeLanguage) {
-    struct Row {
-        const char16_t* text;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char16_t*, const char*> rows[] = {
   // Operators and their other spellings
         {u"priority = 1",                                                                        "priority == 1"                               },
         {u"a<1 and b<=2 And c=<3 AND d>4 aNd e>=5 AND f=>6",
@@ -72,10 +68,10 @@ TEST(PredicateParser, ReadsTheWholeLanguage) {
         {u"#in == 1 AND x.#and == 2 AND #a == 3",                                                "#in == 1 AND x.#and == 2 AND a == 3"         },
         {u"\t a\n==\r1 ",                                                                        "a == 1"                                      },
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(utf8FromText(row.text));
-        const Result result = predicateWithFormat(row.text);
-        EXPECT_EQ(printed(result), row.expected);
+    for (const auto& [text, expected] : rows) {
+        SCOPED_TRACE(utf8FromText(text));
+        const Result result = predicateWithFormat(text);
+        EXPECT_EQ(printed(result), expected);
         if (const auto* predicate = std::get_if<Predicate>(&result)) {
             EXPECT_EQ(std::get<Predicate>(predicateWithFormat(predicate->predicateFormat())), *predicate);
         }
@@ -100,11 +96,7 @@ TEST(PredicateParser, PutsArgumentsInTheirPlaces) {
 }
 
 TEST(PredicateParser, TellsWhereAndWhatIsWrong) {
-    struct Row {
-        const char16_t* text;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::pair<const char16_t*, const char*> rows[] = {
         {u"",                         "0: expected a key path or a value"                                              },
         {u"removed",                  "7: expected a comparison operator"                                              },
         {u"a == 1 b == 2",            "7: expected AND, OR or the end of the text"                                     },
@@ -131,9 +123,9 @@ TEST(PredicateParser, TellsWhereAndWhatIsWrong) {
         {u"ANY 5 == 5",               "4: expected a key path through a to-many relationship"                          },
         {u"a == CAST(1, 'Date')",     "13: expected \"NSDate\""                                                        },
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(utf8FromText(row.text));
-        EXPECT_EQ(parsed(row.text), row.expected);
+    for (const auto& [text, expected] : rows) {
+        SCOPED_TRACE(utf8FromText(text));
+        EXPECT_EQ(parsed(text), expected);
     }
 }
 

@@ -41,35 +41,25 @@ TEST_F(SaveTest, WritesANewRowAsThePlatformDoes) {
 }
 
 TEST_F(SaveTest, TakesNumbersThatNobodyHas) {
-    struct Row {
-        const char* what;
-        const char* counter;
-        std::int64_t expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, std::int64_t> rows[] = {
         {"rows above the counter, left by a tool", "1",                   4 },
         {"the last rows deleted",                  "90",                  91},
         {"no counter",                             "NULL",                4 },
         {"all numbers used",                       "9223372036854775806", 0 },
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        executeElsewhere(std::string("UPDATE Z_PRIMARYKEY SET Z_MAX = ") + row.counter +
+    for (const auto& [what, counter, expected] : rows) {
+        SCOPED_TRACE(what);
+        executeElsewhere(std::string("UPDATE Z_PRIMARYKEY SET Z_MAX = ") + counter +
                          " WHERE Z_NAME = 'GTask'");
         const auto store = openedStore(file);
         SaveTransaction save(*store);
-        EXPECT_EQ(save.takeKeys(taskEntity(), 2), row.expected);
-        EXPECT_EQ(save.failed(), row.expected == 0);
+        EXPECT_EQ(save.takeKeys(taskEntity(), 2), expected);
+        EXPECT_EQ(save.failed(), expected == 0);
     }
 }
 
 TEST_F(SaveTest, MeetsEveryVersionThatMayStandInARow) {
-    struct Row {
-        const char* stored;
-        std::int64_t read;
-        const char* written;
-    };
-    const Row kRows[] = {
+    const std::tuple<const char*, std::int64_t, const char*> kRows[] = {
         {"NULL",                0,                                        "1" },
         {"7",                   7,                                        "8" },
         {"'odd'",               0,                                        "1" },
@@ -77,19 +67,18 @@ TEST_F(SaveTest, MeetsEveryVersionThatMayStandInARow) {
         {"2.5",                 2,                                        "3" },
         {"9223372036854775807", std::numeric_limits<std::int64_t>::max(), "1" },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.stored);
-        executeElsewhere(std::string("UPDATE ZGTASK SET Z_OPT = ") + row.stored);
+    for (const auto& [stored, read, written] : kRows) {
+        SCOPED_TRACE(stored);
+        executeElsewhere(std::string("UPDATE ZGTASK SET Z_OPT = ") + stored);
         const auto store = openedStore(file);
         SaveTransaction save(*store);
-        EXPECT_EQ(save.version(taskEntity(), 1), row.read);
+        EXPECT_EQ(save.version(taskEntity(), 1), read);
         EXPECT_FALSE(save.updateRow(taskEntity(), 1, 99, {ofTask("name", u"no")}));
-        EXPECT_TRUE(save.updateRow(taskEntity(), 1, row.read, {ofTask("name", u"yes")}));
+        EXPECT_TRUE(save.updateRow(taskEntity(), 1, read, {ofTask("name", u"yes")}));
         EXPECT_FALSE(save.deleteRow(taskEntity(), 2, 99));
-        EXPECT_TRUE(save.deleteRow(taskEntity(), 2, row.read));
+        EXPECT_TRUE(save.deleteRow(taskEntity(), 2, read));
         EXPECT_FALSE(save.commit()) << "a row that has changed is the caller's to merge, not an error";
-        EXPECT_EQ(rows("SELECT Z_PK, Z_OPT FROM ZGTASK WHERE ZNAME = 'yes'"),
-                  std::string("1|") + row.written);
+        EXPECT_EQ(rows("SELECT Z_PK, Z_OPT FROM ZGTASK WHERE ZNAME = 'yes'"), std::string("1|") + written);
         executeElsewhere("INSERT INTO ZGTASK (Z_PK) VALUES (2)");
     }
 }

@@ -43,11 +43,7 @@ std::u16string repeated(std::u16string_view part, int count) {
 }
 
 TEST(SqlQuery, RefusesWhatDoesNotFitTheModel) {
-    struct Row {
-        const char16_t* predicate;
-        const char* error;
-    };
-    const Row rows[] = {
+    const std::pair<const char16_t*, const char*> rows[] = {
         {u"colour == 1",                      "Book has no property \"colour\""                                   },
         {u"title.size == 1",                  "title of Book is no to-one relationship"                           },
         {u"parts == nil",                     "parts is a to-many relationship: ask with ANY, ALL, NONE or @count"},
@@ -60,9 +56,9 @@ TEST(SqlQuery, RefusesWhatDoesNotFitTheModel) {
         {u"shelf > 5",                        "shelf (Shelf) is an object: only ==, != and IN work on it"         },
         {u"pages CONTAINS 'x'",               "pages (number) is no text for CONTAINS"                            },
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(utf8FromText(row.predicate));
-        EXPECT_EQ(errorOf(row.predicate), row.error);
+    for (const auto& [predicate, error] : rows) {
+        SCOPED_TRACE(utf8FromText(predicate));
+        EXPECT_EQ(errorOf(predicate), error);
     }
     EXPECT_EQ(errorOf(u"TRUEPREDICATE", {{"colour"}}), "Book has no property \"colour\"");
     EXPECT_EQ(errorOf(u"TRUEPREDICATE", {{"shelf"}}), "shelf (Shelf) has no order");

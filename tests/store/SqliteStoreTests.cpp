@@ -110,26 +110,21 @@ TEST_F(StoreFileTest, MakesNothingWhereNothingIsWanted) {
 // Reading
 
 TEST_F(StoreFileTest, ReadingLeavesFileAndLogAsTheyWere) {
-    struct Row {
-        const char* what;
-        std::vector<fs::path> missing;
-        bool hasLastSave;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<fs::path>, bool> rows[] = {
         {"at rest",                                {},           false},
         {"copied without companions",              {log, index}, false},
         {"rows in the log only",                   {},           true },
         {"copied with its log, without the index", {index},      true },
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
+    for (const auto& [what, missing, hasLastSave] : rows) {
+        SCOPED_TRACE(what);
         for (const fs::path& part : {file, log, index}) fs::remove(part);
         writePlatformStore(file);
-        if (row.hasLastSave) commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Tea' WHERE Z_PK = 1");
-        for (const fs::path& part : row.missing) fs::remove(part);
+        if (hasLastSave) commitAndDie(file, "UPDATE ZGTASK SET ZNAME = 'Tea' WHERE Z_PK = 1");
+        for (const fs::path& part : missing) fs::remove(part);
         const std::string before = fileBytes(file);
         const std::string logBefore = fs::exists(log) ? fileBytes(log) : "";
-        EXPECT_EQ(taskNames(file), row.hasLastSave ? "Tea Bread Report" : "Milk Bread Report");
+        EXPECT_EQ(taskNames(file), hasLastSave ? "Tea Bread Report" : "Milk Bread Report");
         EXPECT_TRUE(fileBytes(file) == before);
         EXPECT_TRUE(fileBytes(log) == logBefore) << "its time is the store's last change";
     }

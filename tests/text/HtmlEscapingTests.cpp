@@ -68,11 +68,7 @@ TEST(HtmlEscaping, WritesASurrogatePairAsTwoReferences) {
 }
 
 TEST(HtmlUnescaping, ReplacesWellFormedReferences) {
-    struct Row {
-        const char16_t* text;
-        const char16_t* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<const char16_t*, const char16_t*> kRows[] = {
         {u"&lt;&gt; &eacute;",              u"<> \u00e9"   },
         {u"&thetasym;&lang;",               u"\u03d1\u2329"},
         {u"&#65;&#x42;&#X43;",              u"ABC"         },
@@ -84,7 +80,7 @@ TEST(HtmlUnescaping, ReplacesWellFormedReferences) {
         {u"&amp;lt;",                       u"&lt;"        },
         {u"&&lt;&lt&gt;;&amp",              u"&<&lt>;&amp" },
     };
-    for (const Row& row : kRows) EXPECT_EQ(gtm_stringByUnescapingFromHTML(row.text), row.expected);
+    for (const auto& [text, expected] : kRows) EXPECT_EQ(gtm_stringByUnescapingFromHTML(text), expected);
 }
 
 TEST(HtmlUnescaping, LeavesEverythingElse) {

@@ -25,12 +25,7 @@ std::string printed(const QueryTable& table) {
 }
 
 TEST(QueryComponents, CollectTheValuesOfEachKey) {
-    struct Row {
-        const char* what;
-        const char16_t* query;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char*> kRows[] = {
         {"several values, no value",  u"taskid=1&taskid=2&flag",   "taskid=1,2"},
         {"keys in their order",       u"z=1&a=2&z=3",              "z=1,3 a=2" },
         {"a second sign, empty ones", u"a=b=c&d=&=e&&=",           "a=b d= =e,"},
@@ -38,8 +33,8 @@ TEST(QueryComponents, CollectTheValuesOfEachKey) {
         {"what does not decode",      u"%=1&%C3=2&a=%zz&a=3&b=%4", "a=3"       },
         {"nothing",                   u"",                         ""          },
     };
-    for (const Row& row : kRows) {
-        EXPECT_EQ(printed(dictionaryFromQueryComponents(row.query)), row.expected) << row.what;
+    for (const auto& [what, query, expected] : kRows) {
+        EXPECT_EQ(printed(dictionaryFromQueryComponents(query)), expected) << what;
     }
 }
 

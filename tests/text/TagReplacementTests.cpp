@@ -37,12 +37,7 @@ std::u16string replacedOneByOne(std::u16string text) {
 }
 
 TEST(TagReplacement, TakesTheTagTextsInTheirOrder) {
-    struct Row {
-        const char* what;
-        const char16_t* text;
-        const char16_t* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char16_t*> kRows[] = {
         {"inline tags vanish, others become blanks",       u"<em>a</em><b>c</b>",     u"a c "   },
         {"attributes make a tag no inline tag",            u"a<a href='x'>b</a><A>c", u"a b c"  },
         {"the inner tag text first",                       u"<b>x<a<b>y",             u" x<a y" },
@@ -52,10 +47,10 @@ TEST(TagReplacement, TakesTheTagTextsInTheirOrder) {
         {"an unterminated tag stays",                      u"a<b",                    u"a<b"    },
         {"an unterminated tag counts with its end",        u"<em>,<<em>y>,<y",        u", ,<y"  },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(replacedOneByOne(row.text), stringByReplacingTags(row.text));
-        EXPECT_EQ(stringByReplacingTags(row.text), row.expected);
+    for (const auto& [what, text, expected] : kRows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(replacedOneByOne(text), stringByReplacingTags(text));
+        EXPECT_EQ(stringByReplacingTags(text), expected);
     }
 }
 

@@ -22,10 +22,7 @@ struct Measured final : TextMeasuring {
 };
 
 TEST(ResizeToText, RoundsTheMeasureUpAndTheMarginToTheNearestPoint) {
-    struct Row {
-        double measured, margin, expected;
-    };
-    const Row rows[] = {
+    const std::tuple<double, double, double> rows[] = {
         {10.2,       4.6,  16        },
         {10.2,       4.49, 15        },
         {10.0000001, 4,    14        },
@@ -33,12 +30,12 @@ TEST(ResizeToText, RoundsTheMeasureUpAndTheMarginToTheNearestPoint) {
         {1e300,      4,    2147483647},
         {NAN,        4,    0         },
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::Message() << row.measured << " and " << row.margin);
+    for (const auto& [measured, margin, expected] : rows) {
+        SCOPED_TRACE(testing::Message() << measured << " and " << margin);
         Label label;
         label.frame = {3, 4, 0, 0};
-        resizeToTextWithMarginWidth(label, row.margin, row.margin, Measured({row.measured, row.measured}));
-        EXPECT_EQ(label.frame, (Rect{3, 4, row.expected, row.expected}));
+        resizeToTextWithMarginWidth(label, margin, margin, Measured({measured, measured}));
+        EXPECT_EQ(label.frame, (Rect{3, 4, expected, expected}));
     }
 }
 

@@ -113,23 +113,18 @@ TEST(DueTasks, AreLateFromTheirDueMomentOn) {
     addTimed("2024-03-05 14:00");
     addTimed("2024-03-05 18:00");
     addTimed("2024-03-06 08:00");
-    struct Row {
-        const char* now;
-        std::size_t overdue;
-        const char* validUntil;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, std::size_t, const char*> kRows[] = {
         {"2024-03-05 00:00", 2, "2024-03-05 11:59"},
         {"2024-03-05 14:00", 4, "2024-03-05 18:00"},
         {"2024-03-05 23:59", 5, "2024-03-06"      },
         {"2024-03-06 00:00", 6, "2024-03-06 08:00"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.now);
-        widget.environment.setNow(row.now);
+    for (const auto& [now, overdue, until] : kRows) {
+        SCOPED_TRACE(now);
+        widget.environment.setNow(now);
         widget.refresh();
-        EXPECT_EQ(overdueCount(widget.controller), row.overdue);
-        EXPECT_EQ(civilText(validUntil(widget.controller)), row.validUntil);
+        EXPECT_EQ(overdueCount(widget.controller), overdue);
+        EXPECT_EQ(civilText(validUntil(widget.controller)), until);
     }
 }
 

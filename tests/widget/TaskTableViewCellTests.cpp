@@ -31,11 +31,7 @@ class TaskTableViewCellTest : public testing::Test {
 };
 
 TEST_F(TaskTableViewCellTest, MarksPrioritiesByBands) {
-    struct Row {
-        std::int32_t priority;
-        const char* mark;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::pair<std::int32_t, const char*> kRows[] = {
         {29, nullptr         },
         {30, "Task-Priority1"},
         {40, "Task-Priority2"},
@@ -43,13 +39,13 @@ TEST_F(TaskTableViewCellTest, MarksPrioritiesByBands) {
         {-1, "Task-Priority3"},
     };
     GTask& task = widget.addTask(u"Task");
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.priority);
-        task.setPriority(row.priority);
+    for (const auto& [priority, mark] : kRows) {
+        SCOPED_TRACE(priority);
+        task.setPriority(priority);
         show(task);
-        EXPECT_EQ(cell.priorityView.isHidden, row.mark == nullptr);
-        if (!row.mark) continue;
-        EXPECT_EQ(cell.priorityView.image->name, row.mark);
+        EXPECT_EQ(cell.priorityView.isHidden, mark == nullptr);
+        if (!mark) continue;
+        EXPECT_EQ(cell.priorityView.image->name, mark);
         EXPECT_EQ(cell.priorityView.image->renderingMode, Mode::kTemplate);
         EXPECT_EQ(cell.priorityView.frame.width, cell.priorityView.image->size.width);
     }
@@ -57,11 +53,7 @@ TEST_F(TaskTableViewCellTest, MarksPrioritiesByBands) {
 }
 
 TEST_F(TaskTableViewCellTest, ShowsNotesOnOneLine) {
-    struct Row {
-        std::optional<std::u16string_view> notes;
-        std::optional<std::u16string_view> shown;
-    };
-    const Row rows[] = {
+    const std::pair<std::optional<std::u16string_view>, std::optional<std::u16string_view>> rows[] = {
         {std::nullopt,                                                        std::nullopt                   },
         {u"",                                                                 std::nullopt                   },
         {u"two\nwords",                                                       u"two words"                   },
@@ -71,11 +63,11 @@ TEST_F(TaskTableViewCellTest, ShowsNotesOnOneLine) {
         {u"\xd83d lone",                                                      u"\xd83d lone"                 },
     };
     GTask& task = widget.addTask(u"Task");
-    for (const Row& row : rows) {
-        task.setNotes(row.notes);
+    for (const auto& [notes, shown] : rows) {
+        task.setNotes(notes);
         show(task);
-        EXPECT_EQ(cell.notesLabel.text, row.shown);
-        EXPECT_EQ(cell.notesLabel.isHidden, !row.shown);
+        EXPECT_EQ(cell.notesLabel.text, shown);
+        EXPECT_EQ(cell.notesLabel.isHidden, !shown);
     }
 }
 

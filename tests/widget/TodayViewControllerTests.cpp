@@ -16,11 +16,7 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 TEST(RowsThatFit, AreCutTowardsZeroAndNeverUndefined) {
-    struct Row {
-        double height;
-        std::int64_t expected;
-    };
-    const Row rows[] = {
+    const std::pair<double, std::int64_t> rows[] = {
         {300,        5                                       },
         {116.9,      0                                       },
         {29.01,      0                                       },
@@ -30,9 +26,9 @@ TEST(RowsThatFit, AreCutTowardsZeroAndNeverUndefined) {
         {kInfinity,  std::numeric_limits<std::int64_t>::max()},
         {-kInfinity, std::numeric_limits<std::int64_t>::min()},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.height);
-        EXPECT_EQ(rowsThatFit(row.height), row.expected);
+    for (const auto& [height, expected] : rows) {
+        SCOPED_TRACE(height);
+        EXPECT_EQ(rowsThatFit(height), expected);
     }
 }
 
