@@ -44,6 +44,7 @@ void addWindowOptions(CLI::App& app, DesktopOptions& options, Words& words) {
         ->check(CLI::Range(120.0, 10'000.0))
         ->option_text("POINTS");
     app.add_flag("--private", options.isPrivate, localizedUtf8("Hide the titles of tasks everywhere"));
+    app.add_flag("--no-alerts", options.isSilent, localizedUtf8("Give no alerts of tasks in this run"));
     app.add_flag("--background", options.startsInBackground,
                  localizedUtf8("Start without a window where there is a tray"));
     app.add_option("--open", options.openUrl, localizedUtf8("Show what a hand-over URL names"))

@@ -87,8 +87,7 @@ std::string nameOf(const CLI::App& command) {
 std::string reason(const CLI::App& app, const CLI::ParseError& error) {
     const CLI::App& command = innermostCommand(app);
     const bool needsCommand = command.get_require_subcommand_min() > 0 && command.get_subcommands().empty();
-    if (!needsCommand || error.get_name() != "RequiredError")
-        return translatedReason(error.get_name(), error.what());
+    if (!needsCommand || error.get_name() != "RequiredError") return translatedReason(error);
     constexpr bool kOfEveryLevel = true;
     const std::vector<std::string> rest = app.remaining(kOfEveryLevel);
     if (rest.empty()) return translated("a command is missing; see %@ --help", nameOf(command));

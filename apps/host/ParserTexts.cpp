@@ -16,27 +16,27 @@ namespace {
 
 // The parser fills its texts itself; they are taken apart by these, whose placeholders stand in order.
 struct Reason {
-    std::string_view kind;
+    CLI::ExitCodes kind;
     const char* key;
 };
 constexpr Reason kReasons[] = {
-    {"RequiredError",    textKey("%@ is required")                                    },
-    {"RequiresError",    textKey("%1$@ requires %2$@")                                },
-    {"ExcludesError",    textKey("%1$@ excludes %2$@")                                },
-    {"ExtrasError",      textKey("The following argument was not expected: %@")       },
-    {"ExtrasError",      textKey("The following arguments were not expected: %@")     },
-    {"ConversionError",  textKey("Could not convert: %1$@ = %2$@")                    },
-    {"ConversionError",  textKey("%@: Should be true/false or a number")              },
-    {"ConversionError",  textKey("%@: too many inputs for a flag")                    },
-    {"ValidationError",  textKey("%1$@: Value %2$@ not in range %3$@ to %4$@")        },
-    {"ValidationError",  textKey("%1$@: Value %2$@ could not be converted")           },
-    {"ValidationError",  textKey("%1$@: %2$@ not in %3$@")                            },
-    {"ArgumentMismatch", textKey("%1$@: %2$@ required %3$@ missing")                  },
-    {"ArgumentMismatch", textKey("%1$@: At least %2$@ required but received %3$@")    },
-    {"ArgumentMismatch", textKey("%1$@: At Most %2$@ required but received %3$@")     },
-    {"ArgumentMismatch", textKey("Expected at least %1$@ arguments to %2$@, got %3$@")},
-    {"ArgumentMismatch", textKey("Expected exactly %1$@ arguments to %2$@, got %3$@") },
-    {"ArgumentMismatch", textKey("%@ was given a disallowed flag override")           },
+    {CLI::ExitCodes::RequiredError,    textKey("%@ is required")                                    },
+    {CLI::ExitCodes::RequiresError,    textKey("%1$@ requires %2$@")                                },
+    {CLI::ExitCodes::ExcludesError,    textKey("%1$@ excludes %2$@")                                },
+    {CLI::ExitCodes::ExtrasError,      textKey("The following argument was not expected: %@")       },
+    {CLI::ExitCodes::ExtrasError,      textKey("The following arguments were not expected: %@")     },
+    {CLI::ExitCodes::ConversionError,  textKey("Could not convert: %1$@ = %2$@")                    },
+    {CLI::ExitCodes::ConversionError,  textKey("%@: Should be true/false or a number")              },
+    {CLI::ExitCodes::ConversionError,  textKey("%@: too many inputs for a flag")                    },
+    {CLI::ExitCodes::ValidationError,  textKey("%1$@: Value %2$@ not in range %3$@ to %4$@")        },
+    {CLI::ExitCodes::ValidationError,  textKey("%1$@: Value %2$@ could not be converted")           },
+    {CLI::ExitCodes::ValidationError,  textKey("%1$@: %2$@ not in %3$@")                            },
+    {CLI::ExitCodes::ArgumentMismatch, textKey("%1$@: %2$@ required %3$@ missing")                  },
+    {CLI::ExitCodes::ArgumentMismatch, textKey("%1$@: At least %2$@ required but received %3$@")    },
+    {CLI::ExitCodes::ArgumentMismatch, textKey("%1$@: At Most %2$@ required but received %3$@")     },
+    {CLI::ExitCodes::ArgumentMismatch, textKey("Expected at least %1$@ arguments to %2$@, got %3$@")},
+    {CLI::ExitCodes::ArgumentMismatch, textKey("Expected exactly %1$@ arguments to %2$@, got %3$@") },
+    {CLI::ExitCodes::ArgumentMismatch, textKey("%@ was given a disallowed flag override")           },
 };
 
 // The parser's names for the words of its help are those words.
@@ -97,9 +97,10 @@ void translateHelp(CLI::App& app) {
     app.group(localizedUtf8("Subcommands"));
 }
 
-std::string translatedReason(std::string_view kind, const std::string& english) {
+std::string translatedReason(const CLI::ParseError& error) {
+    const std::string english = error.what();
     for (const Reason& reason : kReasons) {
-        if (reason.kind != kind) continue;
+        if (static_cast<int>(reason.kind) != error.get_exit_code()) continue;
         if (const auto arguments = argumentsOf(english, reason.key)) {
             const auto& [first, second, third, fourth] = *arguments;
             return localizedUtf8(reason.key, {first, second, third, fourth});

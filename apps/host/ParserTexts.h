@@ -2,11 +2,11 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace CLI {
 class App;
-}
+class ParseError;
+}  // namespace CLI
 
 namespace corvane {
 
@@ -15,9 +15,6 @@ namespace corvane {
 void translateHelp(CLI::App& app);
 
 /// The reason of an error in the user's language; one that is not known stays as the parser tells it.
-///
-/// @param kind     the name of the parser's error class
-/// @param english  the parser's own text
-std::string translatedReason(std::string_view kind, const std::string& english);
+std::string translatedReason(const CLI::ParseError& error);
 
 }  // namespace corvane
