@@ -2,7 +2,7 @@
 set(CPACK_PACKAGE_NAME corvane)
 if(TARGET corvane-today)
     set(CPACK_PACKAGE_NAME corvane-today)
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, libqt6svg6, fonts-noto-core, xdg-utils")
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, fonts-noto-core, xdg-utils")
 endif()
 set(CPACK_PACKAGE_VENDOR "Velmor")
 set(CPACK_PACKAGE_CONTACT "Velmor <packages@velmor.com>")
