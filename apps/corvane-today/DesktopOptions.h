@@ -23,6 +23,7 @@ struct DesktopOptions {
     std::optional<double> width;      ///< of the content, in points; none: as it was left
     std::optional<double> height;     ///< the most that the expanded content takes, in points
     bool isPrivate = false;
+    bool isSilent = false;  ///< without alerts
     bool startsInBackground = false;
     std::optional<bool> autostart;  ///< sets it, and shows nothing
     std::string openUrl;            ///< empty: none was handed over
