@@ -69,6 +69,7 @@ void AddTaskPage::makeLayout() {
     auto* form = new QFormLayout;
     form->setHorizontalSpacing(spacing(*this, 2));
     form->setVerticalSpacing(spacing(*this, 1.2));
+    form->setLabelAlignment(Qt::AlignLeading | Qt::AlignTop);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     const std::pair<const char*, QWidget*> rows[] = {
         {textKey("List"),     list_    },
@@ -80,7 +81,7 @@ void AddTaskPage::makeLayout() {
     for (const auto& [key, field] : rows) {
         QLabel* label = plainLabel(translated(key), this);
         label->setForegroundRole(QPalette::PlaceholderText);
-        label->setContentsMargins(0, spacing(*this, 0.9), 0, 0);
+        label->setContentsMargins(0, spacing(*this, 0.2), 0, 0);
         label->setBuddy(field);
         form->addRow(label, field);
         field->setAccessibleName(translated(key));
@@ -94,7 +95,9 @@ void AddTaskPage::makeLayout() {
     layout->addStretch(1);
 }
 
-void AddTaskPage::refresh() { list_->showLists(nullptr); }
+void AddTaskPage::refresh() {
+    if (isVisible()) list_->showLists(nullptr);
+}
 
 void AddTaskPage::focusTitle() { title_->line().setFocus(); }
 

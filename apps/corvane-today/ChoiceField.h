@@ -2,21 +2,17 @@
 #pragma once
 
 #include <QComboBox>
-#include <QWheelEvent>
 
 namespace corvane {
 
 class ChoiceField : public QComboBox {
     Q_OBJECT
   public:
-    explicit ChoiceField(QWidget* parent) : QComboBox(parent) {
-        setFocusPolicy(Qt::StrongFocus);
-        setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        setMinimumContentsLength(12);
-    }
+    explicit ChoiceField(QWidget* parent);
 
   protected:
-    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+    void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 };
 
 }  // namespace corvane

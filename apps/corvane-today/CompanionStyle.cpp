@@ -1,5 +1,7 @@
 #include "apps/corvane-today/CompanionStyle.h"
 
+#include <utility>
+
 #include <QFontMetricsF>
 
 namespace corvane {
@@ -41,24 +43,49 @@ int spacing(const QWidget& widget, double timesX) {
 }
 
 QString companionStyleSheet(const WidgetPalette& palette) {
-    return QStringLiteral(
-               "QLineEdit, QPlainTextEdit, QComboBox { background: %1; color: %2; border: 1px solid %3;"
-               " border-radius: 6px; padding: 5px 8px; selection-background-color: %4;"
-               " selection-color: %1; }"
-               "QLineEdit:focus, QPlainTextEdit:focus, QComboBox:focus { border: 2px solid %4; padding: 4px "
-               "7px; }"
-               "QLineEdit:read-only, QPlainTextEdit:read-only, QComboBox:disabled { background: %5; }"
-               "QComboBox::drop-down { border: none; width: 22px; }"
-               "QPushButton { background: %6; color: %4; border: 1px solid transparent; border-radius: 6px;"
-               " padding: 6px 14px; }"
-               "QPushButton:hover, QPushButton:pressed { border-color: %4; }"
-               "QPushButton:focus { border: 2px solid %4; padding: 5px 13px; }"
-               "QPushButton:disabled { color: %7; }"
-               "QPushButton[flat=\"true\"] { background: transparent; padding: 6px 8px; }"
-               "QPushButton[flat=\"true\"]:focus { padding: 5px 7px; }")
-        .arg(palette.ground().name(), palette.text().name(), palette.hairline().darker(115).name(),
-             palette.accent().name(), palette.hoverGround().name(), palette.buttonGround().name(),
-             palette.quietText().name());
+    QString style = QStringLiteral(
+        "QLineEdit, QPlainTextEdit, QComboBox { background: @ground; color: @text; border: 1px solid @line;"
+        " border-radius: 6px; padding: 5px 8px; selection-background-color: @accent;"
+        " selection-color: @ground; }"
+        "QLineEdit:focus, QPlainTextEdit:focus, QComboBox:focus { border: 2px solid @accent; padding: 4px "
+        "7px; }"
+        "QLineEdit:read-only, QPlainTextEdit:read-only, QComboBox:disabled { background: @hover; }"
+        "QComboBox::drop-down { border: none; width: 22px; }"
+        "QPushButton { background: @button; color: @accent; border: 1px solid transparent;"
+        " border-radius: 6px; padding: 6px 14px; }"
+        "QPushButton:hover, QPushButton:pressed { border-color: @accent; }"
+        "QPushButton:focus { border: 2px solid @accent; padding: 5px 13px; }"
+        "QPushButton:disabled { color: @quiet; }"
+        "QPushButton[flat=\"true\"] { background: transparent; padding: 6px 8px; }"
+        "QPushButton[flat=\"true\"]:focus { padding: 5px 7px; }"
+        "QToolButton { background: transparent; border: 2px solid transparent; border-radius: 6px; }"
+        "QToolButton:hover, QToolButton:pressed { background: @hover; }"
+        "QToolButton:focus { border-color: @accent; }"
+        "QCheckBox::indicator, QTreeView::indicator { width: 14px; height: 14px; border-radius: 4px;"
+        " border: 1px solid @quiet; background: @ground; }"
+        "QCheckBox::indicator:focus { border-color: @accent; }"
+        "QCheckBox::indicator:checked, QTreeView::indicator:checked { border-color: @accent;"
+        " background: @accent; image: url(:/corvane/@check.svg); }"
+        "QTreeView::item { padding: 3px 2px; }"
+        "QScrollBar { background: transparent; border: none; margin: 0; }"
+        "QScrollBar:vertical { width: 10px; }"
+        "QScrollBar:horizontal { height: 10px; }"
+        "QScrollBar::handle { background: @line; border-radius: 3px; margin: 2px; min-height: 30px;"
+        " min-width: 30px; }"
+        "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }");
+    const QColor line = palette.isDark() ? palette.hairline().lighter(150) : palette.hairline().darker(115);
+    const std::pair<const char*, QString> values[] = {
+        {"@ground", palette.ground().name()      },
+        {"@text",   palette.text().name()        },
+        {"@line",   line.name()                  },
+        {"@accent", palette.accent().name()      },
+        {"@hover",  palette.hoverGround().name() },
+        {"@button", palette.buttonGround().name()},
+        {"@quiet",  palette.quietText().name()   },
+    };
+    for (const auto& [name, value] : values) style.replace(QLatin1String(name), value);
+    return style.replace(QStringLiteral("@check"),
+                         palette.isDark() ? QStringLiteral("Check-Dark") : QStringLiteral("Check-Light"));
 }
 
 }  // namespace corvane

@@ -37,7 +37,7 @@ CompanionWindow::CompanionWindow(TaskActions& actions) : actions_(actions) {
     layout->addWidget(makeHeader());
     layout->addWidget(pages_, 1);
     layout->addWidget(notices_);
-    resize(spacing(*this, 100), spacing(*this, 78));
+    resize(spacing(*this, 100), spacing(*this, 86));
     addShortcuts();
     connectPages();
     updateStyle();
@@ -67,8 +67,7 @@ QWidget* CompanionWindow::makePrivatePage() {
 QWidget* CompanionWindow::makeHeader() {
     auto* header = new QWidget(this);
     back_ = new QToolButton(header);
-    back_->setAutoRaise(true);
-    back_->setArrowType(layoutDirection() == Qt::RightToLeft ? Qt::RightArrow : Qt::LeftArrow);
+    back_->setIconSize({spacing(*this, 2.6), spacing(*this, 2.6)});
     back_->setAccessibleName(translated("Back to the tasks"));
     back_->setToolTip(translated("Back to the tasks"));
     heading_ = plainLabel({}, header);
@@ -120,16 +119,15 @@ void CompanionWindow::showToday() {
 }
 
 void CompanionWindow::showTask(const std::string& taskid) {
-    notices_->hide();
     task_->showTask(taskid);
     showPage(task_);
     raiseWindow();
 }
 
 void CompanionWindow::showAddTask() {
-    addTask_->refresh();
     showPage(addTask_);
     raiseWindow();
+    addTask_->refresh();
     addTask_->focusTitle();
 }
 
@@ -151,7 +149,9 @@ void CompanionWindow::setPrivate(bool isPrivate) {
 
 void CompanionWindow::showPage(QWidget* page) {
     if (page != task_) task_->finishTyping();
-    pages_->setCurrentWidget(isPrivate_ && page != addTask_ ? privatePage_ : page);
+    QWidget* shown = isPrivate_ && page != addTask_ ? privatePage_ : page;
+    if (shown != pages_->currentWidget()) notices_->hide();
+    pages_->setCurrentWidget(shown);
     updateHeading();
 }
 
@@ -210,7 +210,9 @@ void CompanionWindow::tellAdded(const QString& taskid) {
 
 void CompanionWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) updateStyle();
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::LayoutDirectionChange) {
+        updateStyle();
+    }
 }
 
 // A style sheet that is set changes the palette in its turn.
@@ -219,6 +221,8 @@ void CompanionWindow::updateStyle() {
     isStyling_ = true;
     const QString style = companionStyleSheet(paletteOf(*this));
     if (styleSheet() != style) setStyleSheet(style);
+    const bool isMirrored = layoutDirection() == Qt::RightToLeft;
+    back_->setIcon(templateIcon(isMirrored ? "Chevron-Right" : "Chevron-Left", paletteOf(*this).accent()));
     isStyling_ = false;
 }
 

@@ -36,7 +36,7 @@ void NotesField::forgetTyping() {
 }
 
 QSize NotesField::sizeHint() const {
-    constexpr int kLines = 5;
+    constexpr int kLines = 4;
     constexpr int kFrame = 16;
     return {fontMetrics().averageCharWidth() * 30, fontMetrics().lineSpacing() * kLines + kFrame};
 }

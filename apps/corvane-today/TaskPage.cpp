@@ -93,8 +93,7 @@ WordsField* TaskPage::addField(QWidget* content, WordsField::Reader reader, Chan
 
 void TaskPage::makeFields(QWidget* content) {
     banner_ = new MessageLine(content);
-    done_ = new QCheckBox(content);
-    done_->setAccessibleName(translated("Done"));
+    done_ = new DoneBox(content);
     title_ = addField(content, readTitle, takeTitle);
     title_->line().setFont(titleFont(font()));
     nameField(title_, textKey("Title"), textKey("Title"));
@@ -123,6 +122,7 @@ QFormLayout* TaskPage::makeForm(QWidget* content) {
     form->setContentsMargins(0, 0, 0, 0);
     form->setHorizontalSpacing(spacing(*this, 2));
     form->setVerticalSpacing(spacing(*this, 1.2));
+    form->setLabelAlignment(Qt::AlignLeading | Qt::AlignTop);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     const std::pair<const char*, QWidget*> rows[] = {
         {textKey("Due"),      due_     },
@@ -134,7 +134,7 @@ QFormLayout* TaskPage::makeForm(QWidget* content) {
     };
     for (const auto& [key, field] : rows) {
         QLabel* label = labelFor(key, field, content);
-        label->setContentsMargins(0, spacing(*this, 0.9), 0, 0);
+        label->setContentsMargins(0, spacing(*this, 0.2), 0, 0);
         form->addRow(label, field);
         field->setAccessibleName(translated(key));
     }
@@ -142,7 +142,7 @@ QFormLayout* TaskPage::makeForm(QWidget* content) {
 }
 
 void TaskPage::connectChoices() {
-    connect(done_, &QCheckBox::clicked, this,
+    connect(done_, &DoneBox::clicked, this,
             [this](bool isDone) { setCompletion(QString::fromStdString(taskid_), isDone); });
     connect(subtasks_, &SubtaskTree::completionWanted, this, &TaskPage::setCompletion);
     connect(subtasks_, &SubtaskTree::taskWanted, this, &TaskPage::taskWanted);

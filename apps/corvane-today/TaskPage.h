@@ -3,10 +3,10 @@
 
 #include <string>
 
-#include <QCheckBox>
 #include <QPushButton>
 #include <QScrollArea>
 
+#include "apps/corvane-today/DoneBox.h"
 #include "apps/corvane-today/ListChoice.h"
 #include "apps/corvane-today/MessageLine.h"
 #include "apps/corvane-today/NotesField.h"
@@ -66,7 +66,7 @@ class TaskPage : public QScrollArea {
     bool isShown_ = false;  ///< the task was there when it was last looked for
 
     MessageLine* banner_;
-    QCheckBox* done_;
+    DoneBox* done_;
     WordsField* title_;
     MessageLine* state_;
     QPushButton* parent_;

@@ -24,7 +24,8 @@ struct RowMeasures {
 
     double height() const { return title.height() + details.height() + 5 * unit; }
     double boxSize() const { return title.height() * 0.95; }
-    double textStart() const { return 4 * unit + boxSize() + 4 * unit; }
+    double boxStart() const { return 7 * unit; }
+    double textStart() const { return boxStart() + boxSize() + 3.5 * unit; }
 };
 
 /// Places pieces in a line from its beginning on, whichever side that is.
@@ -192,7 +193,7 @@ QSize TaskRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModel
 QRect TaskRowDelegate::boxOf(const QRect& row, const QFont& font, Qt::LayoutDirection direction) {
     const RowMeasures measures(font);
     Line line(row, direction);
-    line.take(4 * measures.unit, 0);
+    line.take(measures.boxStart(), 0);
     const QRectF place = line.take(measures.boxSize(), 0);
     return centered(place, {measures.boxSize(), measures.boxSize()}).toRect();
 }

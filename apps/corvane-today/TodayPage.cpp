@@ -116,7 +116,7 @@ void TodayPage::showToday() {
         filters_->choose(kTodayFilter);
     }
     startAnew();
-    list_->setFocus();
+    (list_->isHidden() ? static_cast<QWidget*>(search_) : list_)->setFocus();
     if (!list_->currentIndex().isValid()) list_->setCurrentIndex(model_->index(0));
 }
 
