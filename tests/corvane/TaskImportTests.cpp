@@ -5,6 +5,7 @@
 
 #include <random>
 
+#include "apps/corvane/ReadableText.h"
 #include "platform/foundation/Text.h"
 #include "support/TestEnvironment.h"
 
@@ -56,8 +57,8 @@ TEST(TaskImport, PlainTextNestsByIndentation) {
         {"\xEF\xBB\xBFMilk\r\n  Skimmed\r\n\r\n\tFull\nBread", "Milk(Skimmed(Full)) Bread"},
         {"- [x] Milk\n    * Skimmed\n  - [ ] Odd\n",           "Milk+(Skimmed Odd)"       },
         {"a\n    b\n  c\nd",                                   "a(b c) d"                 },
-        {"Tom &amp; <b>Jerry</b>",                             "Tom & Jerry"              },
-        {"1 < 2 & 3",                                          "1 < 2 & 3"                },
+        {"Tom &amp; <b>Jerry</b>",                             "Tom &amp; <b>Jerry</b>"   },
+        {"Milk\n\nSoon:\n\u2752 Bread",                        "Milk[|\nSoon:] Bread"     },
         {" \n\n",                                              "the file is empty"        },
     };
     for (const auto& [text, expected] : kRows) EXPECT_EQ(imported(text), expected) << text;
@@ -72,6 +73,26 @@ TEST(TaskImport, TheExportsTextIsReadBack) {
         "Mine: A[2025-03-08 14:05|](B+[|note](C[|one\ntwo])) D[2024-03-08|]");
 }
 
+TEST(ReadableText, ReadsHtmlAndLeavesWhatPeopleType) {
+    constexpr std::pair<std::u16string_view, std::u16string_view> kRows[] = {
+        {u"a &lt; b &amp; c",                         u"a < b & c"                               },
+        {u"If a <b then R&amp;D",                     u"If a <b then R&amp;D"                    },
+        {u"first line\nsecond: a < b &amp; c\nthird", u"first line\nsecond: a < b &amp; c\nthird"},
+        {u"Explain <p>",                              u"Explain <p>"                             },
+        {u"<br>",                                     u"<br>"                                    },
+        {u"<b>bold</b> and <T> of a vector</b>",      u"<b>bold</b> and <T> of a vector</b>"     },
+        {u"Tom &amp; <B class='x'>Jerry</B>",         u"Tom & Jerry"                             },
+        {u"one<br>two<BR/>\n  three",                 u"one\ntwo\nthree"                         },
+        {u"<p>a\nb</p>\n<p>c &lt;</p>",               u"a\nb\nc <"                               },
+        {u"<a\nhref='x'>here</a>",                    u"here"                                    },
+    };
+    for (const auto& [text, expected] : kRows) {
+        EXPECT_EQ(utf8FromText(readableText(text)), utf8FromText(expected));
+    }
+    EXPECT_EQ(utf8FromText(readableTitle(u" <p>one</p><p>two</p>")), "one two");
+    EXPECT_EQ(utf8FromText(readableTitle(u"<b></b>")), "<b></b>");
+}
+
 TEST(TaskImport, TakeoutTreesAreTakenFromTheParents) {
     const TestEnvironment environment({.timeZone = "America/New_York"});
     EXPECT_EQ(imported(R"({"kind": "tasks#taskLists", "items": [
@@ -84,6 +105,10 @@ TEST(TaskImport, TakeoutTreesAreTakenFromTheParents) {
             {"id": "s", "parent": "s", "title": "Self"}, 7, {"title": ""}]},
         {"title": "Empty"}]})"),
               "Home: Root+[2024-03-05|](Child[|a < b]) P(Q) Self; Empty: ");
+    EXPECT_EQ(imported(R"({"items": [{"title": "Offsets", "items": [
+        {"title": "west", "due": "2024-03-05T00:00:00.000-08:00"},
+        {"title": "east", "due": "2024-03-05T00:00:00+09:30"}, {"title": "none", "due": "tomorrow"}]}]})"),
+              "Offsets: west[2024-03-05|] east[2024-03-05|] none");
     EXPECT_EQ(imported("{\"items\": 3}"), "the file holds no task lists");
     EXPECT_EQ(imported("{\"items\": ["), "the file is no JSON that can be read");
     EXPECT_EQ(imported("{\"items\": " + std::string(100'000, '[')), "the file is no JSON that can be read");

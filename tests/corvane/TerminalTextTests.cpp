@@ -49,13 +49,7 @@ TEST(TerminalText, MeasuresInCells) {
 }
 
 TEST(TerminalText, CutsWhereAReaderWould) {
-    struct Row {
-        const char* what;
-        std::u16string_view text;
-        std::size_t width;
-        std::string_view expected;
-    };
-    const Row kRows[] = {
+    const std::tuple<const char*, std::u16string_view, std::size_t, std::string_view> kRows[] = {
         {"one too many",                    u"Milky",                                 4, "Mil…"               },
         {"one cell",                        u"Milk",                                  1, "…"                  },
         {"none",                            u"Milk",                                  0, ""                     },
@@ -66,9 +60,9 @@ TEST(TerminalText, CutsWhereAReaderWould) {
         {"exactly as wide as the place",    u"👨‍👩‍👧👨‍👩‍👧",  4,
          "👨‍👩‍👧👨‍👩‍👧"                                                                 },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(utf8FromText(cutToWidth(row.text, row.width)), row.expected);
+    for (const auto& [what, text, width, expected] : kRows) {
+        SCOPED_TRACE(what);
+        EXPECT_EQ(utf8FromText(cutToWidth(text, width)), expected);
     }
 }
 

@@ -9,22 +9,16 @@ namespace corvane {
 namespace {
 
 TEST(DateTexts, FollowTheLocale) {
-    struct Row {
-        const char* locale;
-        const char16_t* time;
-        const char16_t* thisYear;
-        const char16_t* otherYear;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char16_t*, const char16_t*> kRows[] = {
         {"en_US", u"2:07\u202fPM", u"Tue, Mar 5",    u"Sat, Mar 5, 2022"  },
         {"de_DE", u"14:07",        u"Di., 5. März", u"Sa., 5. März 2022"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.locale);
-        const TestEnvironment environment({.timeZone = "Europe/Berlin", .locale = row.locale});
-        EXPECT_EQ(stringOfTime(at("2024-03-05 14:07:59.999")), row.time);
-        EXPECT_EQ(stringOfDate(at("2024-03-05 14:07")), row.thisYear);
-        EXPECT_EQ(stringOfDate(at("2022-03-05 14:07")), row.otherYear);
+    for (const auto& [locale, time, thisYear, otherYear] : kRows) {
+        SCOPED_TRACE(locale);
+        const TestEnvironment environment({.timeZone = "Europe/Berlin", .locale = locale});
+        EXPECT_EQ(stringOfTime(at("2024-03-05 14:07:59.999")), time);
+        EXPECT_EQ(stringOfDate(at("2024-03-05 14:07")), thisYear);
+        EXPECT_EQ(stringOfDate(at("2022-03-05 14:07")), otherYear);
     }
 }
 

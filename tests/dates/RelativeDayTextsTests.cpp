@@ -12,13 +12,7 @@ namespace corvane {
 namespace {
 
 TEST(DaysLeft, CountsCivilDays) {
-    struct Row {
-        const char* zone;
-        const char* date;
-        const char* since;
-        std::int32_t expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char*, std::int32_t> kRows[] = {
         {"Europe/Berlin",     "2024-03-05 00:01",        "2024-03-05 23:59", 0   },
         {"Europe/Berlin",     "2024-03-06 00:01",        "2024-03-05 23:59", 1   },
         {"Europe/Berlin",     "2024-03-05 23:59:59.999", "2024-03-06",       -1  },
@@ -29,10 +23,10 @@ TEST(DaysLeft, CountsCivilDays) {
         {"Pacific/Apia",      "2011-12-31 09:00",        "2011-12-29 09:00", 2   },
         {"UTC",               "1999-12-31",              "2001-01-01",       -367},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.zone) + ": " + row.date + " since " + row.since);
-        const TestEnvironment environment({.timeZone = row.zone});
-        EXPECT_EQ(daysLeftSinceDate(at(row.date), at(row.since)), row.expected);
+    for (const auto& [zone, date, since, expected] : kRows) {
+        SCOPED_TRACE(std::string(zone) + ": " + date + " since " + since);
+        const TestEnvironment environment({.timeZone = zone});
+        EXPECT_EQ(daysLeftSinceDate(at(date), at(since)), expected);
     }
 }
 
@@ -46,13 +40,7 @@ TEST(DaysLeft, StaysWithin32Bits) {
 }
 
 TEST(RelativeDayTexts, NameTheDay) {
-    struct Row {
-        const char* date;
-        const char16_t* left;
-        const char16_t* leftWithTime;
-        const char16_t* difference;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char16_t*, const char16_t*> kRows[] = {
         {"2023-03-05 14:07", u"366 days ago", u"366 days ago",      u"366 days before"},
         {"2024-03-03 14:07", u"2 days ago",   u"2 days ago",        u"2 days before"  },
         {"2024-03-04 14:07", u"Yesterday",    u"Yesterday",         u"1 day before"   },
@@ -65,11 +53,11 @@ TEST(RelativeDayTexts, NameTheDay) {
     constexpr bool kIncludeTime = true;
     const TestEnvironment environment({.timeZone = "Europe/Berlin", .locale = "en_GB"});
     const Date since = at("2024-03-05 12:00");
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.date);
-        EXPECT_EQ(stringOfDaysLeftSinceDate(at(row.date), since, !kIncludeTime), row.left);
-        EXPECT_EQ(stringOfDaysLeftSinceDate(at(row.date), since, kIncludeTime), row.leftWithTime);
-        EXPECT_EQ(stringOfDaysDiffSinceDate(at(row.date), since), row.difference);
+    for (const auto& [date, left, leftWithTime, difference] : kRows) {
+        SCOPED_TRACE(date);
+        EXPECT_EQ(stringOfDaysLeftSinceDate(at(date), since, !kIncludeTime), left);
+        EXPECT_EQ(stringOfDaysLeftSinceDate(at(date), since, kIncludeTime), leftWithTime);
+        EXPECT_EQ(stringOfDaysDiffSinceDate(at(date), since), difference);
     }
 }
 

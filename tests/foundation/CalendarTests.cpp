@@ -23,13 +23,7 @@ cctz::civil_day dayOf(const char* text) {
 }
 
 TEST(Calendar, StartsADayAtItsFirstInstant) {
-    struct Row {
-        const char* what;
-        const char* zone;
-        const char* day;
-        const char* utc;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char*, const char*> kRows[] = {
         {"midnight skipped",                          "America/Sao_Paulo", "2018-11-04", "2018-11-04 03:00"},
         {"midnight inside a gap from 23:30",          "America/Toronto",   "1919-03-31", "1919-03-31 04:30"},
         {"midnight twice, set back to it at 01:00",   "America/Havana",    "2018-11-04", "2018-11-04 04:00"},
@@ -38,31 +32,25 @@ TEST(Calendar, StartsADayAtItsFirstInstant) {
         {"day that the zone left out",                "Pacific/Apia",      "2011-12-30", "2011-12-30 10:00"},
         {"day after it",                              "Pacific/Apia",      "2011-12-31", "2011-12-30 10:00"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.what);
-        const TestEnvironment environment({.timeZone = row.zone});
-        EXPECT_EQ(utcText(Calendar::current().startOfDay(dayOf(row.day))), row.utc);
+    for (const auto& [what, zone, day, utc] : kRows) {
+        SCOPED_TRACE(what);
+        const TestEnvironment environment({.timeZone = zone});
+        EXPECT_EQ(utcText(Calendar::current().startOfDay(dayOf(day))), utc);
     }
 }
 
 TEST(Calendar, MovesSkippedTimesOnAndTakesTheFirstOfRepeatedOnes) {
-    struct Row {
-        const char* zone;
-        const char* civil;
-        const char* utc;
-        const char* shown;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char*, const char*> kRows[] = {
         {"Europe/Berlin",       "2024-03-31 02:30", "2024-03-31 01:30", "2024-03-31 03:30"},
         {"Europe/Berlin",       "2024-10-27 02:30", "2024-10-27 00:30", "2024-10-27 02:30"},
         {"Australia/Lord_Howe", "2024-10-06 02:15", "2024-10-05 15:45", "2024-10-06 02:45"},
         {"Pacific/Apia",        "2011-12-30 09:00", "2011-12-30 19:00", "2011-12-31 09:00"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.zone) + " " + row.civil);
-        const TestEnvironment environment({.timeZone = row.zone});
-        EXPECT_EQ(utcText(at(row.civil)), row.utc);
-        EXPECT_EQ(civilText(at(row.civil)), row.shown);
+    for (const auto& [zone, civil, utc, shown] : kRows) {
+        SCOPED_TRACE(std::string(zone) + " " + civil);
+        const TestEnvironment environment({.timeZone = zone});
+        EXPECT_EQ(utcText(at(civil)), utc);
+        EXPECT_EQ(civilText(at(civil)), shown);
     }
 }
 

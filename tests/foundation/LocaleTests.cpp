@@ -46,25 +46,19 @@ TEST(Locale, FollowsTheProcessInTheCLibrarysOrder) {
 }
 
 TEST(Locale, WritesDatesInItsOrderAndDigitsAndInTheGregorianCalendar) {
-    struct Row {
-        const char* locale;
-        const char* day;
-        const char* dayAndYear;
-        const char* time;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char*, const char*, const char*> kRows[] = {
         {"en_US", "Tue, Mar 5",                     "Tue, Mar 5, 2024",                        "2:07\u202FPM"},
         {"th_TH", "อ. 5 มี.ค.",             "อ. 5 มี.ค. 2024",                 "14:07"       },
         {"ar_EG", "الثلاثاء، ٥ مارس", "الثلاثاء، ٥ مارس ٢٠٢٤", "٢:٠٧ م"  },
         {"fa_IR", "سه‌شنبه ۵ مارس",    "سه‌شنبه ۵ مارس ۲۰۲۴",    "۱۴:۰۷"   },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.locale);
-        const TestEnvironment environment({.timeZone = "Asia/Kathmandu", .locale = row.locale});
-        const Locale& locale = Locale::current();
-        EXPECT_EQ(written("2024-03-05 14:07", locale.patternForSkeleton("EEEMMMd")), row.day);
-        EXPECT_EQ(written("2024-03-05 14:07", locale.patternForSkeleton("EEEMMMdyyyy")), row.dayAndYear);
-        EXPECT_EQ(written("2024-03-05 14:07", locale.shortTimePattern()), row.time);
+    for (const auto& [locale, day, dayAndYear, time] : kRows) {
+        SCOPED_TRACE(locale);
+        const TestEnvironment environment({.timeZone = "Asia/Kathmandu", .locale = locale});
+        const Locale& current = Locale::current();
+        EXPECT_EQ(written("2024-03-05 14:07", current.patternForSkeleton("EEEMMMd")), day);
+        EXPECT_EQ(written("2024-03-05 14:07", current.patternForSkeleton("EEEMMMdyyyy")), dayAndYear);
+        EXPECT_EQ(written("2024-03-05 14:07", current.shortTimePattern()), time);
     }
 }
 
@@ -92,13 +86,7 @@ TEST(Locale, KeepsAnswersRightOverManyPatterns) {
 }
 
 TEST(Locale, ReadsWhatFitsThePatternAsAWhole) {
-    struct Row {
-        const char* locale;
-        const char16_t* text;
-        const char* skeleton;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char*, const char*> kRows[] = {
         {"en_US", u"2:30\u202FPM", "time", "2024-03-05 14:30"},
         {"en_US", u"12:05 AM",     "time", "2024-03-05 00:05"},
         {"de_DE", u"9:05",         "time", "2024-03-05 09:05"},
@@ -109,35 +97,29 @@ TEST(Locale, ReadsWhatFitsThePatternAsAWhole) {
         {"de_DE", u" 9:05",        "time", "2024-03-05 09:05"},
         {"en_US", u"14:30",        "time", "none"            },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(std::string(row.locale) + " " + utf8FromText(row.text));
-        const TestEnvironment environment({.locale = row.locale});
-        const Locale& locale = Locale::current();
-        const bool isTime = std::string_view(row.skeleton) == "time";
+    for (const auto& [locale, text, skeleton, expected] : kRows) {
+        SCOPED_TRACE(std::string(locale) + " " + utf8FromText(text));
+        const TestEnvironment environment({.locale = locale});
+        const Locale& current = Locale::current();
+        const bool isTime = std::string_view(skeleton) == "time";
         const auto civil =
-            locale.civilFromString(row.text, isTime ? locale.shortTimePattern() : locale.shortDatePattern(),
-                                   cctz::civil_second(2024, 3, 5, 8, 0, 0));
-        EXPECT_EQ(civil ? civilText(Calendar::current().dateFromCivil(*civil)) : "none", row.expected);
+            current.civilFromString(text, isTime ? current.shortTimePattern() : current.shortDatePattern(),
+                                    cctz::civil_second(2024, 3, 5, 8, 0, 0));
+        EXPECT_EQ(civil ? civilText(Calendar::current().dateFromCivil(*civil)) : "none", expected);
     }
 }
 
 TEST(Locale, ComparesByItsAlphabetWithoutCase) {
-    struct Row {
-        const char* locale;
-        const char16_t* a;
-        const char16_t* b;
-        int sign;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char*, const char16_t*, const char16_t*, int> kRows[] = {
         {"en_US", u"milk",      u"MILK",      0 },
         {"en_US", u"resume",    u"résumé",  -1},
         {"de_DE", u"Äpfel",    u"Zebra",     -1},
         {"sv_SE", u"Äpple",    u"Zebra",     1 },
         {"en_US", u"ﬀ\xD800", u"ﬀ\xD800", 0 },
     };
-    for (const Row& row : kRows) {
-        const int order = Locale(row.locale).localizedCaseInsensitiveCompare(row.a, row.b);
-        EXPECT_EQ((order > 0) - (order < 0), row.sign) << row.locale << " " << utf8FromText(row.a);
+    for (const auto& [locale, a, b, sign] : kRows) {
+        const int order = Locale(locale).localizedCaseInsensitiveCompare(a, b);
+        EXPECT_EQ((order > 0) - (order < 0), sign) << locale << " " << utf8FromText(a);
     }
 }
 

@@ -1,13 +1,10 @@
 #include "platform/foundation/UserDefaults.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-
-#include <csignal>
 
 #include "PropertyListSamples.h"
 #include "support/FileBytes.h"
+#include "support/FileSizeLimit.h"
 #include "support/TestEnvironment.h"
 
 namespace corvane {
@@ -126,15 +123,10 @@ TEST_F(UserDefaultsTest, KeepsTheOldFileWhenTheDiskIsFull) {
     UserDefaults defaults(file_);
     ASSERT_TRUE(defaults.setObject("ListsOrder", {std::int64_t{2}}));
     const std::string before = fileBytes(file_);
-    rlimit old = {};
-    getrlimit(RLIMIT_FSIZE, &old);
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit full = {10, old.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &full);
-    const bool isWritten = defaults.setObject("ListsOrder", {std::int64_t{1}});
-    setrlimit(RLIMIT_FSIZE, &old);
-    std::signal(SIGXFSZ, oldHandler);
-    EXPECT_FALSE(isWritten);
+    {
+        const FileSizeLimit limit(10);
+        EXPECT_FALSE(defaults.setObject("ListsOrder", {std::int64_t{1}}));
+    }
     EXPECT_EQ(fileBytes(file_), before);
     EXPECT_EQ(defaults.integerForKey("ListsOrder"), 2);
     EXPECT_EQ(filesBesideIt(), 0);

@@ -26,24 +26,18 @@ TEST_F(ListPlaceTest, NewListsMakeRoom) {
 }
 
 TEST_F(ListPlaceTest, MovesToAnyPlace) {
-    struct Row {
-        std::int16_t type;
-        const char16_t* list;
-        std::int32_t target;
-        const char* expected;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<std::int16_t, const char16_t*, std::int32_t, const char*> kRows[] = {
         {0,                    u"A", 2, "B0 C1 A2"         },
         {0,                    u"C", 0, "C0 A1 B2"         },
         {0,                    u"A", 9, "B0 C1 A2"         },
         {kUnlistedAccountType, u"C", 1, "A5000 C5001 B5002"},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.expected);
-        GUser& account = accountWithLists(row.type, {u"A", u"B", u"C"});
-        GList& list = listNamed(account, row.list);
-        list.moveListToDisplayOrder(row.target);
-        EXPECT_EQ(text(account.orderedLists()), row.expected);
+    for (const auto& [type, name, target, expected] : kRows) {
+        SCOPED_TRACE(expected);
+        GUser& account = accountWithLists(type, {u"A", u"B", u"C"});
+        GList& list = listNamed(account, name);
+        list.moveListToDisplayOrder(target);
+        EXPECT_EQ(text(account.orderedLists()), expected);
         EXPECT_EQ(list.lastModified(), 0);
     }
 }

@@ -1,15 +1,14 @@
 // What happens to a store file from outside: cut, garbled, on a full disk, in a place that cannot be written,
 // left by a process that was killed.
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <random>
 
 #include "StoreTestFixture.h"
 #include "support/FileBytes.h"
+#include "support/FileSizeLimit.h"
 #include "support/OtherProcess.h"
 
 namespace corvane {
@@ -90,26 +89,6 @@ TEST_F(DamageTest, ASaveThatDiedWithItsRollbackJournalIsUndone) {
     EXPECT_EQ(taskNames(file), names);
     EXPECT_EQ(rows("PRAGMA integrity_check"), "ok");
 }
-
-// A limit on the size of files stands in for a full disk. In force until the end of the scope.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit(rlim_t bytes) : handler_(signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &previous_);
-        const rlimit limit{bytes, previous_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &previous_);
-        signal(SIGXFSZ, handler_);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-  private:
-    rlimit previous_{};
-    sighandler_t handler_;
-};
 
 TEST_F(DamageTest, AFullDiskLosesNothing) {
     const auto store = openedStore(file);

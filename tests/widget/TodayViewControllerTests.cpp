@@ -107,28 +107,22 @@ TEST(TodayViewController, SizesItselfForItsDisplayMode) {
 }
 
 TEST(TodayViewController, TakesItsRoomFromTheScreenOnOlderSystems) {
-    struct Row {
-        const char16_t* version;
-        UserInterfaceIdiom idiom;
-        std::int64_t rows;
-        Size preferred;
-    };
-    constexpr Row kRows[] = {
+    constexpr std::tuple<const char16_t*, UserInterfaceIdiom, std::int64_t, Size> kRows[] = {
         {u"9.3.5", UserInterfaceIdiom::kPhone, 4,  {0, 249}  },
         {u"9.3.5", UserInterfaceIdiom::kPad,   3,  {0, 205}  },
         {u"10.0",  UserInterfaceIdiom::kPad,   11, {359, 347}},
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(static_cast<int>(row.idiom));
+    for (const auto& [version, idiom, rows, preferred] : kRows) {
+        SCOPED_TRACE(static_cast<int>(idiom));
         WidgetFixture widget;
-        widget.environment->device = {row.version, row.idiom};
+        widget.environment->device = {version, idiom};
         widget.environment->screen.bounds.height = 380;
         widget.host.largestAvailableDisplayMode = DisplayMode::kCompact;
         widget.addTasks(7);
         widget.refresh();
-        EXPECT_EQ(widget.controller.maxTasksInWidget(), row.rows);
-        EXPECT_EQ(widget.controller.preferredContentSize(), row.preferred);
-        EXPECT_EQ(widget.host.largestAvailableDisplayMode == DisplayMode::kExpanded, row.rows == 11);
+        EXPECT_EQ(widget.controller.maxTasksInWidget(), rows);
+        EXPECT_EQ(widget.controller.preferredContentSize(), preferred);
+        EXPECT_EQ(widget.host.largestAvailableDisplayMode == DisplayMode::kExpanded, rows == 11);
     }
 }
 
