@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "apps/corvane-today/CompanionWindow.h"
+#include "apps/corvane-today/DesktopAlerts.h"
 #include "apps/corvane-today/HandOver.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/WidgetSizes.h"
@@ -107,6 +108,7 @@ void Application::start() {
 void Application::finishStart() {
     if (std::exchange(hasStarted_, true)) return;
     presence_.start(options_.standsAlone());
+    if (options_.environment.now.empty()) alerts_ = std::make_unique<DesktopAlerts>(*this, options_.isSilent);
     if (!options_.openUrl.empty()) answerUrl(QString::fromStdString(options_.openUrl));
 }
 

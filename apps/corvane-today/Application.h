@@ -22,6 +22,7 @@
 namespace corvane {
 
 class CompanionWindow;
+class DesktopAlerts;
 
 class Application : public QObject {
     Q_OBJECT
@@ -38,6 +39,8 @@ class Application : public QObject {
     WidgetWindow& window() { return window_; }
     /// Made when it is first asked for.
     CompanionWindow& companion();
+    /// None before the first frame, and with a clock that stands still.
+    DesktopAlerts* alerts() { return alerts_.get(); }
     bool isPrivate() const { return window_.isPrivate(); }
 
     /// What the user wants whatever the desktop says.
@@ -81,6 +84,7 @@ class Application : public QObject {
     UrlOpener opener_;
     DesktopPresence presence_;
     std::unique_ptr<CompanionWindow> companion_;
+    std::unique_ptr<DesktopAlerts> alerts_;
     bool isPreview_ = false;
     bool hasStarted_ = false;
 };

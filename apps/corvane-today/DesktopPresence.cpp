@@ -8,6 +8,7 @@
 
 #include "apps/corvane-today/Application.h"
 #include "apps/corvane-today/Autostart.h"
+#include "apps/corvane-today/DesktopAlerts.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/host/Sentence.h"
 
@@ -126,6 +127,7 @@ void DesktopPresence::toggleWindow() {
 void DesktopPresence::fillMenu(QMenu* menu) {
     menu->addSeparator();
     addColorChoices(menu);
+    if (DesktopAlerts* alerts = application_.alerts()) alerts->fillMenu(menu);
     addAutostart(menu);
     menu->addSeparator();
     menu->addAction(translated("Quit"), qApp, &QApplication::quit);

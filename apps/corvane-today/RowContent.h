@@ -20,6 +20,7 @@ struct RowContent {
     std::u16string title;
     std::u16string notes;  ///< with their line breaks
     QString spoken;        ///< the row in words: title, priority, due, repeat, list
+    QString reminder;      ///< "Reminder at 14:30"; empty without one
 
     View colorView;
     ImageView bullet;

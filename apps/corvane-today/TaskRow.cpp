@@ -37,6 +37,7 @@ void TaskRow::present(const RowContent& content, RowAct act, RowPosition positio
     act_ = act;
     position_ = position;
     QString name = look_.isPrivate ? translated("Hidden task") : content.spoken;
+    if (!content.reminder.isEmpty()) name += translated(", ") + content.reminder;
     if (act == RowAct::kCompleted) name = translated("Done: %@", name);
     if (act == RowAct::kMovedToTomorrow) name = translated("Moved to tomorrow: %@", name);
     setAccessibleName(name);
@@ -70,7 +71,10 @@ bool TaskRow::event(QEvent* event) {
 
 void TaskRow::showToolTip(const QPoint& globalPlace) {
     if (look_.isPrivate) return;
-    QToolTip::showText(globalPlace, shownToolTip(content_.title, content_.notes), this);
+    std::u16string rest = content_.notes;
+    if (!content_.reminder.isEmpty())
+        rest = coreText(content_.reminder) + (rest.empty() ? u"" : u"\n") + rest;
+    QToolTip::showText(globalPlace, shownToolTip(content_.title, rest), this);
 }
 
 void TaskRow::paintEvent(QPaintEvent*) {

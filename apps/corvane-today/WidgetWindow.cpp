@@ -159,12 +159,18 @@ void WidgetWindow::showMessage(const QString& message) {
     followContent();
 }
 
+void WidgetWindow::setReminderText(std::function<QString(const std::string& taskid)> text) {
+    reminderText_ = std::move(text);
+}
+
 RowContent WidgetWindow::contentOf(std::size_t row) {
     constexpr std::size_t kOnlySection = 0;
     TodayViewController& controller = host_.controller();
     auto& cell = static_cast<TaskTableViewCell&>(controller.tableView.cellForRow({kOnlySection, row}));
     fitCell(cell, measuring_);
-    return contentOfRow(cell, host_.snapshot().rows[row], *controller.todayTasks()[row]);
+    RowContent content = contentOfRow(cell, host_.snapshot().rows[row], *controller.todayTasks()[row]);
+    if (reminderText_) content.reminder = reminderText_(content.taskid);
+    return content;
 }
 
 std::vector<WidgetWindow::Item> WidgetWindow::items() {

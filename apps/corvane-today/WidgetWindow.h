@@ -5,6 +5,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -42,6 +43,8 @@ class WidgetWindow : public QWidget {
     void showMessage(const QString& message);
     /// What a screen reader says of the window.
     void describe(const QString& sentence);
+    /// What a row tells of its task's reminder; called with the task's object URI, empty without one.
+    void setReminderText(std::function<QString(const std::string& taskid)> text);
     /// Marks what is shown as another day's.
     void setPreview(bool isPreview);
 
@@ -142,6 +145,7 @@ class WidgetWindow : public QWidget {
     QtTextMeasuring& measuring_;
     TaskActions& actions_;
     WidgetLook look_;
+    std::function<QString(const std::string&)> reminderText_;
     RecentActs acts_;
     WindowHeader* header_;
     TaskList* list_;

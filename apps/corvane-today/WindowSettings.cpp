@@ -21,6 +21,8 @@ std::filesystem::path settingsDirectory() { return userConfigDirectory() / "corv
 
 QString settingsFile() { return QString::fromStdString((settingsDirectory() / "today.ini").string()); }
 
+QString alertsKey() { return QStringLiteral("Alerts/enabled"); }
+
 QString placeKey(const QString& screen) {
     return QStringLiteral("places/") + QString::fromLatin1(screen.toUtf8().toHex());
 }
@@ -71,6 +73,15 @@ WindowState readWindowState() {
 
 std::optional<QPoint> placeOnScreen(const QString& screen) {
     return placeIn(QSettings(settingsFile(), QSettings::IniFormat), screen);
+}
+
+bool areAlertsChosen() {
+    return QSettings(settingsFile(), QSettings::IniFormat).value(alertsKey(), true).toBool();
+}
+
+void chooseAlerts(bool isEnabled) {
+    if (!makePrivateFile()) return;
+    QSettings(settingsFile(), QSettings::IniFormat).setValue(alertsKey(), isEnabled);
 }
 
 void keepWindowState(const WindowState& state) {

@@ -30,6 +30,10 @@ WindowState readWindowState();
 /// Where the window was on a screen, when it has ever been there.
 std::optional<QPoint> placeOnScreen(const QString& screen);
 
+/// Whether the user wants alerts: until told otherwise, yes.
+bool areAlertsChosen();
+void chooseAlerts(bool isEnabled);
+
 /// Keeps the state, and the place for its screen. A file that cannot be written is left as it is.
 void keepWindowState(const WindowState& state);
 
