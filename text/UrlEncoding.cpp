@@ -17,8 +17,10 @@ namespace {
 class KeptUnits {
   public:
     constexpr explicit KeptUnits(std::u16string_view marks) {
-        for (char16_t unit = 0; unit < kept_.size(); ++unit) {
-            kept_[unit] = isAsciiLetter(unit) || isAsciiDigit(unit) || marks.find(unit) != marks.npos;
+        for (std::size_t i = 0; i < kept_.size(); ++i) {
+            const auto unit = static_cast<char16_t>(i);
+            kept_[i] =
+                isAsciiLetter(unit) || isAsciiDigit(unit) || marks.find(unit) != std::u16string_view::npos;
         }
     }
 

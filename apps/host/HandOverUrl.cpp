@@ -50,7 +50,7 @@ bool isTaskUri(std::string_view uri) {
 }
 
 std::optional<std::string> taskidFromParameter(std::u16string_view value) {
-    if (value.find_first_of(u"&=?#+") != value.npos) return std::nullopt;
+    if (value.find_first_of(u"&=?#+") != std::u16string_view::npos) return std::nullopt;
     const std::optional<std::u16string> decoded = stringByURLDecodingStringParameter(value);
     if (!decoded || !std::ranges::all_of(*decoded, isPlainAscii)) return std::nullopt;
     std::string uri = utf8FromText(*decoded);

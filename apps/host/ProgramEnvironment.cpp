@@ -21,6 +21,7 @@ std::optional<Date> clockFromText(const std::string& text) {
 
 std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options) {
     std::setlocale(LC_ALL, "");
+    load();
     Environment& environment = Environment::current();
     environment.documentsDirectory = Environment::defaultDocumentsDirectory();
     environment.useContainerDirectory(

@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "platform/foundation/Environment.h"
+#include "platform/foundation/PosixTimeZone.h"
 
 namespace corvane {
 namespace {
@@ -112,7 +113,9 @@ cctz::time_zone currentTimeZone() {
 
 cctz::time_zone timeZoneOfSetting(const std::string& setting) {
     const std::string name = setting.starts_with(':') ? setting.substr(1) : setting;
-    return name.empty() ? cctz::utc_time_zone() : loadedTimeZone(name);
+    cctz::time_zone zone;
+    if (name.empty() || cctz::load_time_zone(name, &zone)) return zone;
+    return timeZoneOfPosixRules(name).value_or(zone);
 }
 
 cctz::time_zone timeZoneOfFile(const std::string& path) {

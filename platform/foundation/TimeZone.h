@@ -13,8 +13,8 @@ namespace corvane {
 /// name that the system's zone data lacks reads as UTC. For the main thread.
 cctz::time_zone currentTimeZone();
 
-/// The zone of a $TZ value: an IANA name, ":" and a name, or an absolute path; empty means UTC. POSIX rules
-/// ("CET-1CEST,M3.5.0") are no zone names and read as UTC.
+/// The zone of a $TZ value: an IANA name, ":" and a name, or an absolute path, or POSIX rules;
+/// empty means UTC. Everything else reads as UTC.
 cctz::time_zone timeZoneOfSetting(const std::string& setting);
 
 /// The zone that a system file like /etc/localtime stands for, read afresh: a link into the zone data gives

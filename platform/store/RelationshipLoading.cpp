@@ -71,7 +71,7 @@ MembersByOwner currentMembers(std::span<ManagedObject* const> owners, PropertyIn
 void putMembers(ManagedObject& owner, PropertyIndex toMany, std::uint32_t epoch,
                 std::vector<ManagedObject*> members) {
     std::ranges::sort(members, isMemberBefore);
-    members.erase(std::ranges::unique(members).begin(), members.end());
+    members.erase(std::unique(members.begin(), members.end()), members.end());
     Slot& slot = ObjectState::of(owner).ensureSlots()[toMany];
     auto* list = std::get_if<std::unique_ptr<MemberList>>(&slot);
     if (!list) list = &slot.emplace<std::unique_ptr<MemberList>>(std::make_unique<MemberList>());
@@ -129,7 +129,7 @@ void loadFresh(ContextState& context, std::span<ManagedObject* const> objects) {
         if (state.isPersistent() && !state.isMissing && !isFresh) keys.push_back(state.key);
     }
     std::ranges::sort(keys);
-    keys.erase(std::ranges::unique(keys).begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
     for (std::size_t i = 0; i < keys.size(); i += kLargestSlice) {
         const std::size_t count = std::min(kLargestSlice, keys.size() - i);
         loadRows(context, objects.front()->entity(), std::span(keys).subspan(i, count));

@@ -90,7 +90,7 @@ std::vector<std::int64_t> keysBesideReferrer(ContextState& context, ManagedObjec
 
 void keepDistinct(std::vector<std::int64_t>& keys, std::int64_t needed) {
     std::ranges::sort(keys);
-    keys.erase(std::ranges::unique(keys).begin(), keys.end());
+    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
     if (keys.size() > kLargestSlice) keys.resize(kLargestSlice);
     if (!std::ranges::binary_search(keys, needed)) {
         if (keys.size() == kLargestSlice) keys.pop_back();

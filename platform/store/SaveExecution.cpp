@@ -191,7 +191,7 @@ void SaveExecution::settleDeleted() {
         if (object) gone_.push_back(object);
     }
     std::ranges::sort(gone_);
-    gone_.erase(std::ranges::unique(gone_).begin(), gone_.end());
+    gone_.erase(std::unique(gone_.begin(), gone_.end()), gone_.end());
     for (ManagedObject* object : gone_) forgetDeletedElsewhere(context_, *object);
 }
 

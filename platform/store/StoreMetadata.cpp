@@ -1,5 +1,6 @@
 #include "platform/store/StoreMetadata.h"
 
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <random>
@@ -47,10 +48,11 @@ Bytes propertiesOfNewStore() {
 
 std::string newStoreUuid() {
     std::random_device random;
-    const std::uint32_t a = random(), b = random(), c = random(), d = random();
+    std::array<std::uint32_t, 4> words{};
+    for (std::uint32_t& word : words) word = random();
     char text[37];
-    std::snprintf(text, sizeof text, "%08X-%04X-4%03X-%04X-%04X%08X", a, b >> 16, b & 0xfff,
-                  0x8000 | ((c >> 16) & 0x3fff), c & 0xffff, d);
+    std::snprintf(text, sizeof text, "%08X-%04X-4%03X-%04X-%04X%08X", words[0], words[1] >> 16,
+                  words[1] & 0xfff, 0x8000 | ((words[2] >> 16) & 0x3fff), words[2] & 0xffff, words[3]);
     return text;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 void keepDistinct(std::vector<ManagedObject*>& objects) {
     std::ranges::sort(objects);
-    objects.erase(std::ranges::unique(objects).begin(), objects.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
 }
 
 void append(std::vector<ManagedObject*>& objects, const std::vector<ManagedObject*>& more) {

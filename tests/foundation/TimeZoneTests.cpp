@@ -16,22 +16,22 @@ int summerHours(const cctz::time_zone& zone) {
 }
 
 TEST(TimeZone, ReadsTheFormsOfTheSetting) {
-    struct Row {
-        const char* setting;
-        int hours;
+    constexpr std::pair<const char*, int> kRows[] = {
+        {"Europe/Berlin",                  2 },
+        {":Europe/Berlin",                 2 },
+        {"/usr/share/zoneinfo/Asia/Tokyo", 9 },
+        {"",                               0 },
+        {":",                              0 },
+        {"JST-9",                          9 },
+        {"<-03>3",                         -3},
+        {"CET-1CEST,M3.5.0,M10.5.0/3",     2 },
+        {"CET-1CEST,M3.5.0,M10",           0 },
+        {"Nowhere/Land",                   0 },
+        {"../../passwd",                   0 },
     };
-    constexpr Row kRows[] = {
-        {"Europe/Berlin",                  2},
-        {":Europe/Berlin",                 2},
-        {"/usr/share/zoneinfo/Asia/Tokyo", 9},
-        {"",                               0},
-        {":",                              0},
-        {"Nowhere/Land",                   0},
-        {"../../passwd",                   0},
-    };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.setting);
-        EXPECT_EQ(summerHours(timeZoneOfSetting(row.setting)), row.hours);
+    for (const auto& [setting, hours] : kRows) {
+        SCOPED_TRACE(setting);
+        EXPECT_EQ(summerHours(timeZoneOfSetting(setting)), hours);
     }
 }
 
@@ -45,6 +45,20 @@ TEST(TimeZone, FollowsAChangedSettingAtOnce) {
     EXPECT_EQ(summerHours(Calendar::current().timeZone()), -4);
     environment->timeZone = "";
     EXPECT_EQ(summerHours(Calendar::current().timeZone()), 9);
+}
+
+TEST(TimeZone, KeepsToRulesInPlaceOfAName) {
+    constexpr std::pair<const char*, double> kHoursOfTheLastDayOfMarch[] = {
+        {"CET-1CEST,M3.5.0,M10.5.0/3",   23},
+        {"<+0330>-3:30",                 24},
+        {"<-04>4<-03>,M10.1.0/0,M3.5.0", 25},
+    };
+    for (const auto& [rules, hours] : kHoursOfTheLastDayOfMarch) {
+        SCOPED_TRACE(rules);
+        const TestEnvironment environment({.timeZone = rules});
+        EXPECT_EQ(at("2024-04-01") - at("2024-03-31"), TimeInterval(hours * 3600));
+        EXPECT_EQ(civilText(at("2150-07-01 09:00")), "2150-07-01 09:00");
+    }
 }
 
 TEST(TimeZone, ReadsTheDevicesFileWhereNothingIsSet) {
