@@ -59,6 +59,15 @@ TEST(Localization, ReadsTheCatalogueOfTheProcessesLanguage) {
     EXPECT_EQ(localizedString("In %d days", 1), u"Za %d dzień");
     EXPECT_EQ(localizedString("In %d days", 3), u"Za %d dni");
     EXPECT_EQ(localizedString("In %d days", 5), u"Za %d dób");
+    EXPECT_EQ(localizedUtf8("In %d days", {std::int64_t{3}}), "Za 3 dni");
+    EXPECT_EQ(localizedString(""), u"");  // not the header of the catalogue
+    {
+        // English has no catalogue, and yet goes before the languages behind it.
+        const ProcessVariable englishFirst("LANGUAGE", "en_GB:pl");
+        EXPECT_EQ(localizedString("Today"), u"Today");
+    }
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(localizedString("Today"), u"Today");
     std::setlocale(LC_ALL, before.c_str());
 }
 
