@@ -5,6 +5,8 @@
 #include <system_error>
 
 #include "platform/foundation/FileContents.h"
+#include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
 #include "platform/foundation/UserDirectories.h"
 
 namespace corvane {
@@ -44,6 +46,10 @@ std::string entryText() {
            "X-GNOME-Autostart-enabled=true\n";
 }
 
+std::string because(const char* sentence, const std::filesystem::path& file, const std::error_code& error) {
+    return localizedUtf8(sentence, {textFromUtf8(file.string()), textFromUtf8(error.message())});
+}
+
 }  // namespace
 
 bool isAutostarted() {
@@ -56,13 +62,15 @@ std::optional<std::string> setAutostarted(bool isAutostarted) {
     std::error_code error;
     if (!isAutostarted) {
         std::filesystem::remove(file, error);
-        if (error) return "cannot remove " + file.string() + ": " + error.message();
+        if (error) return because(textKey("cannot remove %1$@: %2$@"), file, error);
         return std::nullopt;
     }
-    if (!makePrivateDirectories(file.parent_path())) return "cannot make " + file.parent_path().string();
+    if (!makePrivateDirectories(file.parent_path())) {
+        return localizedUtf8("the folder %@ cannot be made", {textFromUtf8(file.parent_path().string())});
+    }
     const std::string text = entryText();
     error = writeFileAtomically(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
-    if (error) return "cannot write " + file.string() + ": " + error.message();
+    if (error) return because(textKey("\"%1$@\" could not be written: %2$@"), file, error);
     return std::nullopt;
 }
 

@@ -11,6 +11,7 @@
 #include "apps/corvane-today/DesktopAlerts.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/host/Sentence.h"
+#include "platform/foundation/Localization.h"
 
 namespace corvane {
 namespace {
@@ -139,9 +140,9 @@ void DesktopPresence::addColorChoices(QMenu* menu) {
         ColorScheme::Choice choice;
     };
     constexpr Entry kEntries[] = {
-        {"As the desktop", ColorScheme::Choice::kAuto },
-        {"Light",          ColorScheme::Choice::kLight},
-        {"Dark",           ColorScheme::Choice::kDark },
+        {textKey("As the desktop"), ColorScheme::Choice::kAuto },
+        {textKey("Light"),          ColorScheme::Choice::kLight},
+        {textKey("Dark"),           ColorScheme::Choice::kDark },
     };
     QMenu* colors = menu->addMenu(translated("Colours"));
     auto* group = new QActionGroup(colors);
