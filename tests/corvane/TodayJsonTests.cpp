@@ -4,32 +4,20 @@
 
 #include <limits>
 
+#include "SnapshotSamples.h"
 #include "support/TestEnvironment.h"
 
 namespace corvane {
 namespace {
 
 WidgetSnapshot widgetOfOneRow() {
-    WidgetRow row;
-    row.taskid = "x-coredata://A/GTask/p12";
-    row.url = u"velmor-plorixmax://localhost/today?taskid=x-coredata%3A%2F%2FA%2FGTask%2Fp12";
-    row.title = u"Milk";
-    row.time = u"Today at 14:00";
-    row.bullet = "Task-VUnchecked";
-    row.priority = "Task-Priority1";
-    row.color = Color::rgb(31 / 255.0, 122 / 255.0, 140 / 255.0);
-    row.alert = true;
-    WidgetSnapshot widget;
-    widget.displayMode = DisplayMode::kExpanded;
+    WidgetSnapshot widget = widgetOf({rowOf(u"Milk", "Task-Priority1")});
+    widget.rows[0].alert = true;
     widget.dueCount = 7;
     widget.maxTasksInWidget = 5;
-    widget.rows = {row};
     widget.footer = u"You have 7 tasks due today";
     widget.showAllTitle = u"View More (2)";
-    widget.wellDone = u"Well done!";
-    widget.noMoreTasks = u"No more tasks for today.";
     widget.preferredContentSize = {359, 293};
-    widget.largestAvailableDisplayMode = DisplayMode::kExpanded;
     return widget;
 }
 
@@ -45,10 +33,9 @@ TEST(TodayJson, HasEveryFieldInItsForm) {
     EXPECT_EQ(todayJson(widgetOfOneRow(), facts), withoutLineBreaks(R"json(
 {"now":"2024-03-05T12:00:00.000Z","validUntil":"2024-03-05T14:00:00.000Z","displayMode":"expanded",
 "dueCount":7,"maxTasksInWidget":5,
-"rows":[{"taskid":"x-coredata://A/GTask/p12",
-"url":"velmor-plorixmax://localhost/today?taskid=x-coredata%3A%2F%2FA%2FGTask%2Fp12",
-"title":"Milk","notes":null,"time":"Today at 14:00","bullet":"Task-VUnchecked",
-"priority":"Task-Priority1","color":"#1f7a8cff","alert":true,"repeat":false}],
+"rows":[{"taskid":"x-coredata://A/GTask/p1","url":"velmor-plorixmax://localhost/today?taskid=p1",
+"title":"Milk","notes":null,"time":"Today","bullet":"Task-VUnchecked",
+"priority":"Task-Priority1","color":"#ff0000ff","alert":true,"repeat":false}],
 "footer":"You have 7 tasks due today","showAll":{"hidden":false,"title":"View More (2)"},
 "noTasks":{"hidden":true,"wellDone":"Well done!","noMoreTasks":"No more tasks for today."},
 "preferredContentSize":{"width":359,"height":293},"largestAvailableDisplayMode":"expanded",

@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include "SnapshotSamples.h"
 #include "apps/corvane/TerminalText.h"
 #include "platform/foundation/Text.h"
 #include "support/TestEnvironment.h"
@@ -13,33 +14,13 @@ namespace {
 
 const TodayLinks kLinks{u"velmor-plorixmax://localhost/addtask", u"velmor-plorixmax://localhost/today"};
 
-WidgetRow row(std::u16string_view title, const char* priority = nullptr) {
-    WidgetRow result;
-    result.url = u"velmor-plorixmax://localhost/today?taskid=p1";
-    result.title = title;
-    result.time = u"Today";
-    result.bullet = "Task-VUnchecked";
-    if (priority) result.priority = priority;
-    result.color = Color::rgb(1, 0, 0);
-    return result;
-}
-
-WidgetSnapshot widgetOf(std::vector<WidgetRow> rows) {
-    WidgetSnapshot widget;
-    widget.displayMode = DisplayMode::kExpanded;
-    widget.largestAvailableDisplayMode = DisplayMode::kExpanded;
-    widget.dueCount = rows.size();
-    widget.rows = std::move(rows);
-    return widget;
-}
-
 WidgetSnapshot fullWidget() {
-    WidgetRow milk = row(u"Milk", "Task-Priority1");
+    WidgetRow milk = rowOf(u"Milk", "Task-Priority1");
     milk.alert = milk.repeat = true;
     milk.notes = u"Two litres";
-    WidgetRow party = row(u"Party", "Task-Priority3");
+    WidgetRow party = rowOf(u"Party", "Task-Priority3");
     party.bullet = "Task-CollapsedLocked";
-    WidgetRow birthday = row(u"Ella turns seven", "Task-Priority2");
+    WidgetRow birthday = rowOf(u"Ella turns seven", "Task-Priority2");
     birthday.bullet.reset();
     birthday.color.reset();
     birthday.notes = u"   ";
@@ -68,7 +49,7 @@ TEST(TodayText, LooksLikeTheWidget) {
 
 TEST(TodayText, LinksLeadWhereTapsLead) {
     const TestEnvironment environment;
-    WidgetSnapshot widget = widgetOf({row(u"Milk")});
+    WidgetSnapshot widget = widgetOf({rowOf(u"Milk")});
     widget.showAllTitle = u"View More (2)";
     const std::string text = todayText(widget, kLinks, {.links = true});
     EXPECT_EQ(text,
@@ -80,7 +61,7 @@ TEST(TodayText, LinksLeadWhereTapsLead) {
 
 TEST(TodayText, ColorsStripAndMark) {
     const TestEnvironment environment;
-    EXPECT_EQ(todayText(widgetOf({row(u"Milk", "Task-Priority2")}), kLinks, {.colors = true}),
+    EXPECT_EQ(todayText(widgetOf({rowOf(u"Milk", "Task-Priority2")}), kLinks, {.colors = true}),
               "\033[38;2;255;0;0m▎\033[0m ○ \033[31m!!\033[0m \033[1mMilk\033[0m\n"
               "\033[38;2;255;0;0m▎\033[0m   Today\n");
 }
@@ -101,11 +82,11 @@ TEST(TodayText, NoLineIsWiderThanTheTerminal) {
 
 TEST(TodayText, HostileTextsStayOnTheirLine) {
     const TestEnvironment environment;
-    WidgetSnapshot widget = widgetOf({row(u"a\x1B]0;owned\x07\nb")});
+    WidgetSnapshot widget = widgetOf({rowOf(u"a\x1B]0;owned\x07\nb")});
     widget.rows[0].notes = u"\u202E" + std::u16string(10'000'000, u'n');
     const std::string cut = todayText(widget, kLinks, {.width = 20});
     EXPECT_EQ(cut, "▎ ○ a␛]0;owned␇␊b\n▎   Today  \uFFFDnnnnnnn…\n");
-    EXPECT_EQ(todayText(widgetOf({row(u"חלב")}), kLinks, {}), "▎ ○ \u2068חלב\u2069\n▎   Today\n");
+    EXPECT_EQ(todayText(widgetOf({rowOf(u"חלב")}), kLinks, {}), "▎ ○ \u2068חלב\u2069\n▎   Today\n");
 }
 
 TEST(TodayText, ACompactWidgetShowsWhatItsHeightDoes) {

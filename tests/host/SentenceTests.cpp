@@ -2,27 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "SnapshotSamples.h"
 #include "platform/foundation/Text.h"
 #include "support/TestEnvironment.h"
 
 namespace corvane {
 namespace {
-
-WidgetRow milk() {
-    WidgetRow row;
-    row.title = u"Milk";
-    row.time = u"Today at 14:00";
-    row.priority = "Task-Priority3";
-    return row;
-}
-
-WidgetSnapshot widgetOf(std::size_t dueCount, std::vector<WidgetRow> rows) {
-    WidgetSnapshot widget;
-    widget.dueCount = dueCount;
-    widget.rows = std::move(rows);
-    widget.noMoreTasks = u"No more tasks for today.";
-    return widget;
-}
 
 std::string sentence(const WidgetSnapshot& widget, std::size_t overdueCount) {
     return utf8FromText(widgetSentence(widget, overdueCount));
@@ -30,10 +15,13 @@ std::string sentence(const WidgetSnapshot& widget, std::size_t overdueCount) {
 
 TEST(Sentence, TellsCountsAndTheFirstTask) {
     const TestEnvironment environment;
-    EXPECT_EQ(sentence(widgetOf(3, {milk()}), 1),
-              "3 tasks due, 1 overdue. First: \u2068Milk\u2069, today at 14:00, high priority.");
-    EXPECT_EQ(sentence(widgetOf(7, {}), 7), "7 tasks due, 7 overdue.");
-    EXPECT_EQ(sentence(widgetOf(0, {}), 0), "No more tasks for today.");
+    WidgetSnapshot widget = widgetOf({rowOf(u"Milk", "Task-Priority3")});
+    EXPECT_EQ(sentence(widget, 0), "1 task due. First: \u2068Milk\u2069, today, high priority.");
+    widget.dueCount = 3;
+    EXPECT_EQ(sentence(widget, 1), "3 tasks due, 1 overdue. First: \u2068Milk\u2069, today, high priority.");
+    widget.rows.clear();
+    EXPECT_EQ(sentence(widget, 3), "3 tasks due, 3 overdue.");
+    EXPECT_EQ(sentence(widgetOf({}), 0), "No more tasks for today.");
 }
 
 TEST(Sentence, PutsARowInWords) {
@@ -72,10 +60,12 @@ TEST(Sentence, TakesThePluralFormsAndTheOrderOfALanguage) {
         if (key == "%@. First: %@.") return "Najpierw: %2$@ (%1$@).";
         return std::nullopt;
     };
-    WidgetRow row;
-    row.title = u"Mleko";
-    EXPECT_EQ(sentence(widgetOf(3, {row}), 1), "Najpierw: \u2068Mleko\u2069 (3 zadania, 1 zaległe).");
-    EXPECT_EQ(sentence(widgetOf(9, {row}), 6), "Najpierw: \u2068Mleko\u2069 (9 zadań, 6 zaległych).");
+    WidgetSnapshot widget = widgetOf({rowOf(u"Mleko")});
+    widget.rows[0].time.reset();
+    widget.dueCount = 3;
+    EXPECT_EQ(sentence(widget, 1), "Najpierw: \u2068Mleko\u2069 (3 zadania, 1 zaległe).");
+    widget.dueCount = 9;
+    EXPECT_EQ(sentence(widget, 6), "Najpierw: \u2068Mleko\u2069 (9 zadań, 6 zaległych).");
 }
 
 TEST(Sentence, LowersAFirstLetterAsTheLanguageDoes) {

@@ -5,9 +5,7 @@
 #include <filesystem>
 
 #include "WidgetFixture.h"
-#include "apps/host/ProgramStore.h"
 #include "platform/foundation/Text.h"
-#include "support/FileBytes.h"
 
 namespace corvane {
 namespace {
@@ -32,35 +30,6 @@ void makeStore(const char16_t* title, const std::filesystem::path& copy) {
     widget.save();
     std::filesystem::copy(widget.environment.containerDirectory(), copy,
                           std::filesystem::copy_options::recursive);
-}
-
-TEST(WidgetHost, MakesNothingWhereNothingIs) {
-    const TestEnvironment environment;
-    const std::filesystem::path container = environment.containerDirectory() / "missing";
-    environment->useContainerDirectory(container, Environment::MissingDirectory::kLeave);
-    FreshProgram program;
-    WidgetHost host;
-    host.refresh();
-    EXPECT_FALSE(host.snapshot().noTasksHidden);
-    EXPECT_EQ(host.problem(), "there is no task store in " + container.string() +
-                                  " yet; begin with: corvane task add \"My first task\"");
-    EXPECT_FALSE(std::filesystem::exists(container));
-
-    launchForChanging(program.data);
-    EXPECT_EQ(host.problem(), std::nullopt);
-    EXPECT_TRUE(std::filesystem::exists(container / kStoreFileName));
-}
-
-TEST(WidgetHost, SaysWhatIsWrongWithAFileThatIsNoStore) {
-    const TestEnvironment environment;
-    const std::filesystem::path file = environment.containerDirectory() / kStoreFileName;
-    writeFileBytes(file, "Dear diary");
-    FreshProgram program;
-    WidgetHost host;
-    host.refresh();
-    EXPECT_EQ(host.snapshot().dueCount, 0u);
-    EXPECT_EQ(host.problem(), "The file " + file.string() + " is no task store.");
-    EXPECT_EQ(fileBytes(file), "Dear diary");
 }
 
 TEST(WidgetHost, ShowsTheFileThatHasTheStoresNameNow) {

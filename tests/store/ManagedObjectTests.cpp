@@ -178,23 +178,5 @@ TEST_F(ManagedObjectTest, ObserversHearOfEachEndBeforeAndAfter) {
     EXPECT_EQ(heard.size(), 3u);
 }
 
-TEST_F(ManagedObjectTest, AncestorsInACircleAreReadWithoutEnd) {
-    for (const auto* title : {u"A", u"B", u"C"}) books_.addBook(title);
-    books_.save();
-    executeElsewhere("UPDATE ZBOOK SET ZWHOLE = CASE Z_PK WHEN 3 THEN 1 ELSE Z_PK + 1 END");
-    executeElsewhere("INSERT INTO ZBOOK (Z_PK, ZTITLE, ZWHOLE) VALUES (9, 'D', 9)");
-    BookStore reopened(file_);
-    Book& book = reopened.book(u"A");
-    EXPECT_EQ(book.whole()->whole()->whole(), &book);
-    EXPECT_EQ(titlesOf(book.parts()), "C");
-    Book& own = reopened.book(u"D");
-    EXPECT_EQ(own.whole(), &own);
-    EXPECT_EQ(titlesOf(own.parts()), "D");
-    reopened.context().deleteObject(own);
-    reopened.context().deleteObject(book);
-    reopened.save();
-    EXPECT_EQ(rows("SELECT Z_PK, ZWHOLE FROM ZBOOK ORDER BY Z_PK"), "2|3\n3|NULL");
-}
-
 }  // namespace
 }  // namespace corvane
