@@ -1,6 +1,7 @@
 #include "apps/corvane/TaskQuery.h"
 
 #include <charconv>
+#include <limits>
 
 #include <CLI/CLI.hpp>
 
@@ -21,13 +22,21 @@ Predicate userPredicate(const std::string& text) {
                                         std::to_string(error->position + 1), error->message),
                              kUsage);
     }
-    return std::get<Predicate>(parsed);
+    const Predicate& predicate = std::get<Predicate>(parsed);
+    if (const auto fault = faultOfVariables(predicate)) {
+        throw CommandFailure(translated("--where: %@", *fault), kUsage);
+    }
+    return predicate;
 }
 
 TaskSelection selectionOf(Program& program, const TaskQueryOptions& options) {
     GSData& data = program.store();
     TaskSelection selection;
     if (!options.filter.empty()) selection.filter = filterFromText(options.filter);
+    if (selection.filter == kListFilter && options.list.empty()) {
+        throw CommandFailure(
+            translated("filter %@ shows the tasks of one list; name it with --list", options.filter), kUsage);
+    }
     if (!options.account.empty()) selection.account = &accountNamed(data, options.account);
     if (!options.list.empty()) selection.list = &listNamed(data, options.list, selection.account);
     if (!options.where.empty()) selection.where = userPredicate(options.where);
@@ -46,6 +55,8 @@ CommandFailure failureOf(const StoreError& error) {
 
 void addTaskQueryOptions(CLI::App& command, TaskQueryOptions& options) {
     constexpr int kLastOrder = 2;
+    constexpr std::int64_t kFewest = 0;
+    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
     command.add_option("--filter", options.filter,
                        translated("A filter's name or number; corvane filters lists them"));
     command.add_option("--account", options.account, translated("An account's tasks"));
@@ -56,7 +67,9 @@ void addTaskQueryOptions(CLI::App& command, TaskQueryOptions& options) {
         .add_option("--order", options.order,
                     translated("0 manual, 1 priority and title, 2 priority and due date"))
         ->check(CLI::Range(0, kLastOrder));
-    command.add_option("--limit", options.limit, translated("At most so many"))->type_name("N");
+    command.add_option("--limit", options.limit, translated("At most so many"))
+        ->type_name("N")
+        ->check(CLI::Range(kFewest, kMost).description(""));
     command.add_flag("--hide-completed", options.hideCompleted, translated("Only open tasks"));
     command.add_flag("--roots", options.rootsOnly, translated("No subtasks"));
 }

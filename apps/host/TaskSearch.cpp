@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
+#include <string>
 
+#include "apps/host/TaskSelection.h"
 #include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 #include "text/CharacterSets.h"
@@ -29,6 +30,10 @@ std::u16string sentence(const PredicateError& error) {
                             {textFromUtf8(std::to_string(error.position + 1)), textFromUtf8(error.message)});
 }
 
+std::u16string sentence(const std::string& fault) {
+    return stringWithFormat(localizedString("Searched as text. No predicate: %@"), {textFromUtf8(fault)});
+}
+
 }  // namespace
 
 Predicate tasksContaining(std::u16string_view text) {
@@ -40,12 +45,16 @@ std::optional<TaskSearch> taskSearchFromText(std::u16string_view text) {
     const std::u16string_view words = withoutBlanksAround(text);
     if (words.empty()) return std::nullopt;
     auto parsed = predicateWithFormat(words);
-    if (auto* predicate = std::get_if<Predicate>(&parsed)) {
+    const auto* predicate = std::get_if<Predicate>(&parsed);
+    const auto fault = predicate ? faultOfVariables(*predicate) : std::nullopt;
+    if (predicate && !fault) {
         constexpr bool kIsPredicate = true;
-        return TaskSearch{std::move(*predicate), kIsPredicate};
+        return TaskSearch{*predicate, kIsPredicate};
     }
     TaskSearch search{tasksContaining(words)};
-    if (looksLikePredicate(words)) search.problem = sentence(std::get<PredicateError>(parsed));
+    if (looksLikePredicate(words)) {
+        search.problem = predicate ? sentence(*fault) : sentence(std::get<PredicateError>(parsed));
+    }
     return search;
 }
 

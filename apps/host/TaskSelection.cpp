@@ -7,6 +7,7 @@
 #include "model/Accounts.h"
 #include "model/GSData.h"
 #include "model/GTask.h"
+#include "platform/store/PredicateSubstitution.h"
 #include "queries/TaskFilters.h"
 
 namespace corvane {
@@ -21,11 +22,18 @@ Predicate everyLiveTask(const TaskSelection& selection) {
     return fixedPredicate(text);
 }
 
+// The account that a filter and the variables of a predicate stand for: a list brings its own.
+GUser* accountAtHand(const TaskSelection& selection, ManagedObjectContext& context) {
+    if (selection.account) return selection.account;
+    GUser* ofList = selection.list ? selection.list->user() : nullptr;
+    return ofList ? ofList : defaultAccount(context);
+}
+
 Predicate filterPredicate(const TaskSelection& selection, ManagedObjectContext& context) {
     return GSData::predicateFromString(
         GSData::predicateStringForTasksWithFilter(static_cast<std::int32_t>(*selection.filter),
                                                   selection.hideCompleted, selection.rootsOnly),
-        selection.account ? selection.account : defaultAccount(context), selection.list);
+        accountAtHand(selection, context), selection.list);
 }
 
 // The parts of a request are predicates of their own, joined at the end.
@@ -41,7 +49,8 @@ std::vector<Predicate> conditions(const TaskSelection& selection, ManagedObjectC
     }
     if (selection.list) parts.push_back(fixedPredicate(u"list == %@", {Value(selection.list)}));
     if (selection.where) {
-        parts.push_back(predicateWithTaskVariables(*selection.where, selection.account, selection.list));
+        parts.push_back(
+            predicateWithTaskVariables(*selection.where, accountAtHand(selection, context), selection.list));
     }
     return parts;
 }
@@ -64,6 +73,11 @@ FetchRequest requestForTasks(const TaskSelection& selection, ManagedObjectContex
     request.sortDescriptors = order(selection);
     request.relationshipKeyPathsForPrefetching = {"list.user"};
     return request;
+}
+
+std::optional<std::string> faultOfVariables(const Predicate& where) {
+    // Which account and list the variables stand for makes no difference to what a predicate may ask.
+    return faultAfterSubstitution(*predicateWithTaskVariables(where, nullptr, nullptr).root());
 }
 
 }  // namespace corvane

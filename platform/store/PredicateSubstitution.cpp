@@ -97,6 +97,24 @@ std::optional<std::string> faultOfRightSide(const Comparison& comparison) {
     return std::nullopt;
 }
 
+std::optional<std::string> faultOfVariables(const Expression& expression) {
+    if (const auto* variable = expression.get<VariableExpression>()) {
+        return localizedUtf8("there is no variable $%@", {textFromUtf8(variable->name)});
+    }
+    const auto* list = expression.get<ListExpression>();
+    if (!list) return std::nullopt;
+    for (const Expression& element : list->elements) {
+        if (auto fault = faultOfVariables(element)) return fault;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> faultOfComparison(const Comparison& comparison) {
+    if (auto fault = faultOfVariables(comparison.left)) return fault;
+    if (auto fault = faultOfVariables(comparison.right)) return fault;
+    return faultOfRightSide(comparison);
+}
+
 // Rebuilds the parts of a tree that have something to fill in.
 class Substitution {
   public:
@@ -210,6 +228,17 @@ std::variant<PredicateNodePointer, PredicateError> substituteArguments(
 PredicateNodePointer substituteVariables(const PredicateNodePointer& node,
                                          const Predicate::Variables& variables) {
     return VariableSubstitution(variables).rebuilt(node);
+}
+
+std::optional<std::string> faultAfterSubstitution(const PredicateNode& node) {
+    if (const auto* comparison = node.get<Comparison>()) return faultOfComparison(*comparison);
+    if (const auto* negation = node.get<Negation>()) return faultAfterSubstitution(*negation->operand);
+    const auto* compound = node.get<Compound>();
+    if (!compound) return std::nullopt;
+    for (const PredicateNodePointer& operand : compound->operands) {
+        if (auto fault = faultAfterSubstitution(*operand)) return fault;
+    }
+    return std::nullopt;
 }
 
 }  // namespace corvane

@@ -1,7 +1,9 @@
 // Filling placeholders and variables of a predicate's tree.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <string>
 #include <variant>
 
 #include "platform/store/Predicate.h"
@@ -17,5 +19,9 @@ std::variant<PredicateNodePointer, PredicateError> substituteArguments(
 /// The tree with the variables that have a value filled in.
 PredicateNodePointer substituteVariables(const PredicateNodePointer& node,
                                          const Predicate::Variables& variables);
+
+/// What keeps a tree from being asked once its variables were filled: one that has no value, or a value on a
+/// side that takes none such. One line for people; none for a tree that can be asked.
+std::optional<std::string> faultAfterSubstitution(const PredicateNode& node);
 
 }  // namespace corvane

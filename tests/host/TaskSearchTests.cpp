@@ -60,7 +60,7 @@ TEST_F(TaskSearchTest, FindsTextInNamesAndNotesWhateverTheCaseAndAccents) {
 TEST_F(TaskSearchTest, ReadsAPredicateAsSoonAsItIsOne) {
     EXPECT_EQ(found(u"priority >= 50"), "predicate: Stra\u00DFe|");
     EXPECT_EQ(found(u"completed == YES"), "predicate: 100% done|");
-    EXPECT_EQ(found(u"list.user == $USER AND notes != nil"), "predicate: ");
+    EXPECT_EQ(found(u"list.user == $USER AND notes != nil"), "predicate: Milk = cheese|");
     EXPECT_EQ(found(u"milk = cheese or"), "");
 }
 
@@ -70,6 +70,8 @@ TEST_F(TaskSearchTest, SaysWhereAPredicateGoesWrongAndSearchesForTheText) {
     ASSERT_TRUE(search && search->problem);
     EXPECT_NE(search->problem->find(u"at character 7"), std::u16string::npos)
         << utf8FromText(*search->problem);
+    EXPECT_EQ(taskSearchFromText(u"dueDate < $FOO")->problem,
+              u"Searched as text. No predicate: there is no variable $FOO");
     for (const char16_t* text : {u"milk", u"buy milk and bread", u"(", u"%@", u"NOT"}) {
         SCOPED_TRACE(utf8FromText(text));
         EXPECT_FALSE(taskSearchFromText(text)->problem);
