@@ -1,4 +1,8 @@
-// Task lists as text and as HTML.
+#include "queries/TaskListExport.h"
+
+#include <algorithm>
+#include <vector>
+
 #include "dates/DateTexts.h"
 #include "model/GSData.h"
 #include "model/GTask.h"
@@ -16,7 +20,7 @@ std::u16string dueText(const GTask& task) {
     return task.hasDueTime() ? stringOfDateTime(*task.dueDate()) : stringOfDate(*task.dueDate());
 }
 
-// The two renderings differ in every piece; what they have in common is the walk in stringOfTasks.
+// The two renderings differ in every piece; what they have in common is the walk in stringOfExportedTasks.
 class Rendering {
   public:
     explicit Rendering(bool treeMode) : treeMode_(treeMode) {}
@@ -109,8 +113,7 @@ class HtmlRendering final : public Rendering {
     std::size_t level_ = 0;
 };
 
-void render(Rendering& rendering, const GTask& task) {
-    const std::size_t depth = task.depth();
+void render(Rendering& rendering, const GTask& task, std::size_t depth) {
     rendering.beginTask(task, depth);
     // A date that is stored shows, also where the task is not marked as having one.
     if (task.dueDate()) rendering.dueDate(dueText(task), depth);
@@ -120,7 +123,7 @@ void render(Rendering& rendering, const GTask& task) {
 
 }  // namespace
 
-std::u16string GSData::stringOfTasks(std::span<GTask* const> tasks,
+std::u16string stringOfExportedTasks(std::span<const ExportedTask> tasks,
                                      std::optional<std::u16string_view> withTitle, bool showSubtasking,
                                      bool html) {
     const bool several = tasks.size() >= 2;
@@ -129,9 +132,19 @@ std::u16string GSData::stringOfTasks(std::span<GTask* const> tasks,
     HtmlRendering fragment(treeMode, several);
     Rendering& rendering = html ? static_cast<Rendering&>(fragment) : text;
     rendering.open(withTitle);
-    for (const GTask* task : tasks) render(rendering, *task);
+    for (const ExportedTask& entry : tasks) render(rendering, *entry.task, entry.depth);
     rendering.close();
     return rendering.take();
+}
+
+std::u16string GSData::stringOfTasks(std::span<GTask* const> tasks,
+                                     std::optional<std::u16string_view> withTitle, bool showSubtasking,
+                                     bool html) {
+    std::vector<ExportedTask> exported(tasks.size());
+    std::ranges::transform(tasks, exported.begin(), [](GTask* task) {
+        return ExportedTask{task, task->depth()};
+    });
+    return stringOfExportedTasks(exported, withTitle, showSubtasking, html);
 }
 
 }  // namespace corvane

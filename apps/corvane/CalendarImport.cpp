@@ -5,10 +5,12 @@
 #include <memory>
 
 #include "apps/corvane/CommandText.h"
+#include "apps/corvane/ReadableText.h"
 #include "apps/corvane/TaskImport.h"
 #include "dates/RepeatArithmetic.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Text.h"
+#include "widget/PriorityBands.h"
 
 namespace corvane {
 namespace {
@@ -31,11 +33,12 @@ Date dateFromTime(icaltimetype time) {
         cctz::civil_second(time.year, time.month, time.day, time.hour, time.minute, time.second));
 }
 
-// 1 is the highest of RFC 5545, 9 the lowest, 0 none; the result lies in the widget's bands.
+// 1 is the highest of RFC 5545, 9 the lowest, 5 the middle, 0 none.
 std::int32_t priorityFromCalendar(int priority) {
-    if (priority <= 0) return 0;
-    if (priority < 5) return 50;
-    return priority == 5 ? 40 : 30;
+    constexpr int kMiddle = 5;
+    if (priority <= 0) return lowestPriority(PriorityBand::kNone);
+    if (priority < kMiddle) return lowestPriority(PriorityBand::kHigh);
+    return lowestPriority(priority == kMiddle ? PriorityBand::kMedium : PriorityBand::kLow);
 }
 
 struct RepeatFrequency {
@@ -115,7 +118,7 @@ class CalendarReader {
 
     void readToDo(icalcomponent* todo) {
         ImportedTask task;
-        task.name = readableText(textOf(icalcomponent_get_summary(todo)));
+        task.name = readableTitle(textOf(icalcomponent_get_summary(todo)));
         if (task.name.empty()) {
             import_.problems.push_back(translated("a to-do without a summary was left out"));
             return;

@@ -10,6 +10,7 @@
 #include "apps/corvane/CommandLine.h"
 #include "apps/corvane/CommandText.h"
 #include "model/CorvaneUserDefaults.h"
+#include "model/GSData.h"
 #include "queries/TaskFilters.h"
 
 namespace corvane {
@@ -18,7 +19,8 @@ namespace {
 struct Setting {
     std::string key;
     bool isFlag = false;
-    std::int64_t largest = 0;  ///< of a number, which starts at 0
+    std::int64_t largest = 0;                            ///< of a number, which starts at 0
+    std::optional<std::uint32_t> filter = std::nullopt;  ///< whose tasks order it is
 };
 
 std::vector<Setting> settings() {
@@ -31,7 +33,7 @@ std::vector<Setting> settings() {
     };
     for (std::uint32_t filter = 0; filter < kTaskFilterCount; ++filter) {
         const std::string_view key = tasksOrderKeyForFilter(filter);
-        if (!key.empty()) result.push_back({std::string(key), false, kLastTasksOrder});
+        if (!key.empty()) result.push_back({std::string(key), false, kLastTasksOrder, filter});
     }
     return result;
 }
@@ -43,9 +45,15 @@ Setting settingWithKey(const std::string& key) {
     throw CommandFailure(translated("there is no setting \"%@\"; corvane config lists them", key), kUsage);
 }
 
+// A tasks order has 16 bits of what is stored.
+std::int64_t numberOf(const Setting& setting) {
+    return setting.filter ? GSData::tasksOrderForFilter(*setting.filter)
+                          : corvaneUserDefaults().integerForKey(setting.key);
+}
+
 std::string valueText(const Setting& setting) {
     if (setting.isFlag) return corvaneUserDefaults().boolForKey(setting.key) ? "yes" : "no";
-    return std::to_string(corvaneUserDefaults().integerForKey(setting.key));
+    return std::to_string(numberOf(setting));
 }
 
 std::optional<bool> flagFromText(std::string_view text) {
@@ -74,7 +82,7 @@ PropertyList valueFromText(const Setting& setting, const std::string& text) {
 
 nlohmann::json valueJson(const Setting& setting) {
     if (setting.isFlag) return corvaneUserDefaults().boolForKey(setting.key);
-    return corvaneUserDefaults().integerForKey(setting.key);
+    return numberOf(setting);
 }
 
 void printSettings(Program& program, const std::vector<Setting>& shown) {

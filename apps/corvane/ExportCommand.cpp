@@ -7,6 +7,7 @@
 #include "apps/corvane/CommandLine.h"
 #include "apps/corvane/CommandText.h"
 #include "apps/corvane/NewPlaces.h"
+#include "apps/corvane/SelectedTrees.h"
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskImport.h"
 #include "apps/corvane/TaskQuery.h"
@@ -41,7 +42,11 @@ std::string exportedText(Program& program, const ExportOptions& options) {
     const std::optional<std::u16string_view> heading =
         title.empty() ? std::nullopt : std::optional<std::u16string_view>(title);
     const bool html = options.html || options.page;
-    const std::u16string text = GSData::stringOfTasks(tasks, heading, options.tree, html);
+    const std::u16string text =
+        options.tree
+            ? stringOfExportedTasks(selectedTrees(tasks, listsInOrder(program.store().viewContext())),
+                                    heading, options.tree, html)
+            : GSData::stringOfTasks(tasks, heading, options.tree, html);
     return utf8FromText(options.page ? pageAround(text, title) : text);
 }
 
@@ -143,7 +148,8 @@ void addExport(CLI::App& app, Program& program) {
     CLI::App& command = *app.add_subcommand("export", translated("Write tasks as text or HTML"));
     addTaskQueryOptions(command, options->query);
     command.add_option("--title", options->title, translated("A heading"));
-    command.add_flag("--tree", options->tree, translated("Show the tree of subtasks"));
+    command.add_flag("--tree", options->tree, translated("Show the tree of subtasks"))
+        ->excludes(command.get_option("--order"));
     CLI::Option* html = command.add_flag("--html", options->html, translated("An HTML fragment"));
     command.add_flag("--page", options->page, translated("A complete HTML page"))->excludes(html);
     command.add_option("--output", options->output, translated("A file, written whole or not at all"))

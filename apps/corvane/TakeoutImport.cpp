@@ -4,7 +4,9 @@
 #include <nlohmann/json.hpp>
 
 #include "apps/corvane/CommandText.h"
+#include "apps/corvane/ReadableText.h"
 #include "apps/corvane/TaskImport.h"
+#include "apps/corvane/TerminalText.h"
 #include "dates/Rfc3339.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Text.h"
@@ -27,32 +29,31 @@ bool flagAt(const Json& object, const char* key) {
     return found != object.end() && found->is_boolean() && found->get<bool>();
 }
 
-// RFC 3339 with or without a fraction of a second.
-std::optional<Date> dateAt(const Json& object, const char* key) {
-    std::u16string text = textAt(object, key);
-    const std::size_t fraction = text.find(u'.');
-    if (fraction != std::u16string::npos) text.erase(fraction);
-    if (!text.ends_with(u'Z')) text += u'Z';
-    text.insert(text.size() - 1, u".000");
-    return dateFromRfc3339(text);
+struct Moment {
+    Date wallClock;       ///< read as if it were UTC
+    TimeInterval offset;  ///< of the wall clock from UTC
+};
+
+// "Z", "+02:00"; nothing is UTC as well.
+std::optional<TimeInterval> offsetFromText(std::u16string_view text) {
+    if (text.empty()) return TimeInterval::zero();
+    cctz::time_point<cctz::seconds> midnightOfEpoch;
+    if (!cctz::parse("%Ez", utf8FromText(text), cctz::utc_time_zone(), &midnightOfEpoch)) return std::nullopt;
+    return -TimeInterval(midnightOfEpoch.time_since_epoch());
 }
 
-// A due date is a day, written as its midnight in UTC.
-std::optional<Date> dueDayAt(const Json& object, const char* key) {
-    const std::optional<Date> midnight = dateAt(object, key);
-    if (!midnight) return std::nullopt;
-    const Calendar utc(cctz::utc_time_zone(), kSunday);
-    return Calendar::current().startOfDay(utc.civilDay(*midnight));
-}
-
-ImportedTask taskFromJson(const Json& object) {
-    ImportedTask task;
-    task.name = readableText(textAt(object, "title"));
-    task.notes = readableText(textAt(object, "notes"));
-    task.dueDate = dueDayAt(object, "due");
-    task.completed = textAt(object, "status") == u"completed";
-    if (task.completed) task.completedDate = dateAt(object, "completed");
-    return task;
+// RFC 3339; fractions of a second are dropped.
+std::optional<Moment> momentFromText(std::u16string_view text) {
+    constexpr std::size_t kUpToTheSecond = 19;
+    const std::u16string_view wallClockText = text.substr(0, kUpToTheSecond);
+    text.remove_prefix(wallClockText.size());
+    if (text.starts_with(u'.')) {
+        text.remove_prefix(std::min(text.find_first_not_of(u"0123456789", 1), text.size()));
+    }
+    const std::optional<Date> wallClock = dateFromRfc3339(std::u16string(wallClockText) + u".000Z");
+    const std::optional<TimeInterval> offset = offsetFromText(text);
+    if (!wallClock || !offset) return std::nullopt;
+    return Moment{*wallClock, *offset};
 }
 
 class TakeoutReader {
@@ -90,6 +91,34 @@ class TakeoutReader {
         }
         list.tasks.push_back(std::move(task));
         return true;
+    }
+
+    ImportedTask taskFromJson(const Json& object) {
+        ImportedTask task;
+        task.name = readableTitle(textAt(object, "title"));
+        task.notes = readableText(textAt(object, "notes"));
+        if (const auto due = momentAt(object, "due")) task.dueDate = dayOf(*due);
+        task.completed = textAt(object, "status") == u"completed";
+        const auto completed = task.completed ? momentAt(object, "completed") : std::nullopt;
+        if (completed) task.completedDate = completed->wallClock - completed->offset;
+        return task;
+    }
+
+    std::optional<Moment> momentAt(const Json& object, const char* key) {
+        const std::u16string text = textAt(object, key);
+        const std::optional<Moment> moment = momentFromText(text);
+        if (!moment && !text.empty()) {
+            constexpr std::size_t kWidth = 40;
+            import_.problems.push_back(translated("the date \"%@\" was left out: it cannot be read",
+                                                  cutToWidth(terminalText(text), kWidth)));
+        }
+        return moment;
+    }
+
+    // A due date is a day, written as its midnight.
+    static Date dayOf(const Moment& due) {
+        const Calendar utc(cctz::utc_time_zone(), kSunday);
+        return Calendar::current().startOfDay(utc.civilDay(due.wallClock));
     }
 
     Import& import_;

@@ -6,23 +6,11 @@
 #include "model/DisplayOrder.h"
 #include "model/GTask.h"
 #include "model/TaskPlace.h"
-#include "platform/foundation/RegularExpression.h"
-#include "text/HtmlText.h"
 
 namespace corvane {
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-bool looksLikeHtml(std::u16string_view text) {
-    // A tag of the texts that arrive as HTML, or a character reference.
-    static const auto html = RegularExpression::compile(
-        u"[\\s\\S]*(?:</?(?:a|b|i|u|p|q|br|em|li|ol|ul|div|span|strong|h[1-6])(?:\\s[^<>]*)?/?>"
-        u"|&(?:#\\d{1,5}|#[xX][0-9a-fA-F]{1,4}|amp|lt|gt|quot|apos|nbsp);)[\\s\\S]*",
-        true);
-    const bool mayBe = text.find_first_of(u"<&") != std::u16string_view::npos;
-    return mayBe && html && html->matches(text).value_or(false);
-}
 
 void setRepeatDetail(GTask& task, const RepeatRule& rule) {
     task.setWeeklyRepeatWeekdays(rule.weekdays);
@@ -99,10 +87,6 @@ ImportedList inTreeOrder(ImportedList list) {
         ordered.tasks.push_back(std::move(task));
     }
     return ordered;
-}
-
-std::u16string readableText(std::u16string_view text) {
-    return looksLikeHtml(text) ? stringByConvertingHTMLToPlainText(text) : std::u16string(text);
 }
 
 bool addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks) {

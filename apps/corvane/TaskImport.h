@@ -56,9 +56,6 @@ ImportResult importFromCalendar(std::string_view calendar);
 /// circles; a circle is opened at its first task, which becomes a root.
 ImportedList inTreeOrder(ImportedList list);
 
-/// Plain text of a name or notes that hold HTML; other texts as they are.
-std::u16string readableText(std::u16string_view text);
-
 /// Appends the tasks to a list, in their order.
 /// @return false when the list cannot hold them all; none was added then
 [[nodiscard]] bool addImportedTasks(GList& list, const std::vector<ImportedTask>& tasks);

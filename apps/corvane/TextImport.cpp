@@ -105,7 +105,11 @@ class ExportedText {
         const bool completed = takePrefix(text, kCompletedMark);
         if (completed || takePrefix(text, kOpenMark)) return takeTask(line.indent, text, completed);
         if (!list_.tasks.empty()) return takeDetail(line);
-        if (text.ends_with(u':') && !list_.name) list_.name = text.substr(0, text.size() - 1);
+        if (text.ends_with(u':') && !list_.name) {
+            list_.name = text.substr(0, text.size() - 1);
+        } else if (!text.empty()) {
+            takeTask(line.indent, text, completed);
+        }
     }
 
     void takeTask(std::size_t indent, std::u16string_view name, bool completed) {
@@ -148,7 +152,7 @@ ImportedTask taskOfPlainLine(std::u16string_view text) {
     }
     task.completed = takePrefix(text, u"[x] ") || takePrefix(text, u"[X] ");
     if (!task.completed) takePrefix(text, u"[ ] ");
-    task.name = readableText(text);
+    task.name = text;
     return task;
 }
 

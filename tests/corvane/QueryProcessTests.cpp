@@ -1,5 +1,6 @@
 // The commands that ask, export, import and configure, in processes of their own.
 #include "CommandFixture.h"
+#include "platform/foundation/UserDefaults.h"
 
 namespace corvane {
 namespace {
@@ -14,17 +15,23 @@ class QueryProcessTest : public CommandTest {
 };
 
 TEST_F(QueryProcessTest, TasksByFilterListAndPredicate) {
+    output({"account", "add", "Office"});
+    output({"list", "add", "Desk", "--account", "office"});
+    output({"task", "add", "Ink", "--list", "desk"});
     struct Row {
         Command options;
         const char* count;
     };
     const Row rows[] = {
-        {{},                                                        "3"},
+        {{},                                                        "4"},
         {{"--filter", "today"},                                     "1"},
         {{"--filter", "5", "--roots"},                              "2"},
         {{"--filter", "1", "--where", "priority > 0"},              "0"},
         {{"--list", "tasks", "--where", "subTasks.@count = 1"},     "1"},
         {{"--where", "dueDate >= $TOMORROW OR name LIKE[c] 'sk*'"}, "2"},
+        {{"--filter", "everything", "--list", "desk"},              "1"},
+        {{"--list", "desk", "--where", "list.user = $USER"},        "1"},
+        {{"--where", "list.user = $USER"},                          "3"},
         {{"--limit", "0"},                                          "0"},
     };
     for (Row row : rows) {
@@ -34,13 +41,20 @@ TEST_F(QueryProcessTest, TasksByFilterListAndPredicate) {
     }
     EXPECT_EQ(output({"tasks", "--order", "1"}).find("   1 [ ] Later"), 0u);
     EXPECT_EQ(output({"task", "done", "1"}).find("Done: \"Later\""), 0u) << "by the number just shown";
-    EXPECT_EQ(output({"tasks", "--hide-completed", "--count"}), "2\n");
+    EXPECT_EQ(output({"tasks", "--hide-completed", "--count"}), "3\n");
 }
 
 TEST_F(QueryProcessTest, WrongQuestionsAreWrongUsage) {
     expectFailure({"tasks", "--where", "priority >= "}, 2,
                   "--where, at character 13: expected a key path or a value");
     expectFailure({"tasks", "--where", "foo == 1"}, 2, "GTask has no property \"foo\"");
+    expectFailure({"tasks", "--where", "dueDate < $FOO"}, 2, "there is no variable $FOO");
+    expectFailure({"tasks", "--where", "name IN $NOW"}, 2, "expected a list of values");
+    expectFailure({"tasks", "--where", "dueDate BETWEEN $TODAY"}, 2, "expected two values");
+    expectFailure({"tasks", "--limit", "-1"}, 2, "Value -1 not in range");
+    expectFailure({"tasks", "--limit", "99999999999999999999"}, 2, "not in range");
+    expectFailure({"tasks", "--filter", "8"}, 2, "name it with --list");
+    expectFailure({"export", "--tree", "--order", "1"}, 2, "--order excludes --tree");
     expectFailure({"tasks", "--filter", "yesterday"}, 2,
                   "there is no filter \"yesterday\"; corvane filters lists them");
     expectFailure({"config", "AlertDefaultHour", "24"}, 2,
@@ -57,6 +71,9 @@ TEST_F(QueryProcessTest, SettingsAreKept) {
     EXPECT_EQ(output({"config", "TodayOverdueTasksOrder"}), "2\n");
     output({"config", "ShowOverdueTasksList", "--unset"});
     EXPECT_EQ(output({"config", "ShowOverdueTasksList"}), "no\n");
+    UserDefaults defaults(directory_.path() / "container/Library/Preferences/group.com.velmor.orin.plist");
+    EXPECT_TRUE(defaults.setObject("TodayOverdueTasksOrder", {std::int64_t{65'538}}));
+    EXPECT_EQ(output({"config", "TodayOverdueTasksOrder"}), "2\n") << "the bits that count";
 }
 
 TEST_F(QueryProcessTest, ExportIsReadBack) {
@@ -67,6 +84,13 @@ TEST_F(QueryProcessTest, ExportIsReadBack) {
     EXPECT_EQ(taken.output, "3 tasks imported.\n") << taken.errors;
     EXPECT_EQ(output({"export", "--list", "copy", "--tree"}).find("❒ Milk\n   Tue, Mar 5\n"), 0u);
     EXPECT_EQ(output({"store", "check"}), "The store is sound.\n");
+}
+
+TEST_F(QueryProcessTest, ExportedTreesShowWhatBelongsTogether) {
+    output({"task", "add", "Deep", "--parent", "skimmed"});
+    output({"list", "order", "tasks", "priority"});
+    EXPECT_EQ(output({"export", "--list", "tasks", "--tree", "--where", "name != 'Skimmed'"}),
+              "❒ Milk\n   Tue, Mar 5\n   <b>\n❒ Deep\n❒ Later\n   Wed, Jan 1, 2025\n");
 }
 
 TEST_F(QueryProcessTest, FilesAreWrittenWholeOrNotAtAll) {

@@ -58,7 +58,7 @@ TEST(TaskImport, PlainTextNestsByIndentation) {
         {"- [x] Milk\n    * Skimmed\n  - [ ] Odd\n",           "Milk+(Skimmed Odd)"       },
         {"a\n    b\n  c\nd",                                   "a(b c) d"                 },
         {"Tom &amp; <b>Jerry</b>",                             "Tom &amp; <b>Jerry</b>"   },
-        {"Milk\n\nSoon:\n\u2752 Bread",                        "Milk[|\nSoon:] Bread"     },
+        {"Milk\n\nSoon:\n\u2752 Bread",                        "Milk[|Soon:] Bread"       },
         {" \n\n",                                              "the file is empty"        },
     };
     for (const auto& [text, expected] : kRows) EXPECT_EQ(imported(text), expected) << text;
