@@ -127,7 +127,7 @@ const char* sentenceOfDeletion(bool isLast, bool isDryRun) {
                     : textKey("Deleted the account %1$@ with %2$@");
 }
 
-// The last account is never deleted: the model makes it local instead.
+// The last account is never deleted: it becomes local instead.
 void deleteAccount(Program& program, const AccountOptions& options) {
     GSData& data = program.store();
     GUser& account = accountNamed(data, options.account);
@@ -138,7 +138,7 @@ void deleteAccount(Program& program, const AccountOptions& options) {
     const std::string contents =
         translated("%1$@ and %2$@", countedLists(account), countedTasks(countOfTasks(account)));
     if (!options.dryRun) {
-        account.deleteAccount();
+        isLast ? makeLocal(data, account) : account.deleteAccount();
         program.save();
     }
     if (program.options.json) return program.printData(jsonText(json));

@@ -77,14 +77,14 @@ void showLists(Program& program, const ListOptions& options) {
     const GUser* chosen = options.account ? &accountNamed(data, *options.account) : nullptr;
     Json json = Json::array();
     std::string lines;
-    const GUser* account = nullptr;
+    std::optional<const GUser*> account;
     std::size_t number = 0;
     for (const GList* list : listsInOrder(data.viewContext())) {
         ++number;  // as listNamed counts, also where only one account shows
         if (chosen && list->user() != chosen) continue;
         if (list->user() != account) {
             account = list->user();
-            lines += shownName(account ? account->name() : std::nullopt) + "\n";
+            lines += (*account ? shownName((*account)->name()) : translated("(no account)")) + "\n";
         }
         lines += lineOfList(*list, number) + "\n";
         json.push_back(listJson(*list));

@@ -8,6 +8,13 @@ namespace {
 
 constexpr std::int32_t kAtTheEnd = -1;
 
+std::vector<GList*> listsWithoutAccount(ManagedObjectContext& context) {
+    FetchRequest request;
+    request.predicate = fixedPredicate(u"removed == NO AND user == nil");
+    request.sortDescriptors = {{"displayOrder"}};
+    return context.fetch<GList>(std::move(request));
+}
+
 }  // namespace
 
 std::vector<GUser*> accountsInOrder(ManagedObjectContext& context) {
@@ -24,6 +31,8 @@ std::vector<GList*> listsInOrder(ManagedObjectContext& context) {
         const std::vector<GList*> more = account->orderedLists();
         lists.insert(lists.end(), more.begin(), more.end());
     }
+    const std::vector<GList*> rest = listsWithoutAccount(context);
+    lists.insert(lists.end(), rest.begin(), rest.end());
     return lists;
 }
 

@@ -15,7 +15,7 @@ namespace corvane {
 
 /// Every account as listings show them: the listed ones in order, then the unlisted ones.
 std::vector<GUser*> accountsInOrder(ManagedObjectContext& context);
-/// Every live list, account by account.
+/// Every live list, account by account; last those that belong to none, as their tasks show too.
 std::vector<GList*> listsInOrder(ManagedObjectContext& context);
 
 /// A first account, of this device only; the default one.
