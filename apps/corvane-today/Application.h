@@ -42,6 +42,8 @@ class Application : public QObject {
     /// None before the first frame, and with a clock that stands still.
     DesktopAlerts* alerts() { return alerts_.get(); }
     bool isPrivate() const { return window_.isPrivate(); }
+    /// Whether the program has taken its place on the desktop, after the first frame.
+    bool hasStarted() const { return hasStarted_; }
 
     /// What the user wants whatever the desktop says.
     void chooseColors(ColorScheme::Choice choice);

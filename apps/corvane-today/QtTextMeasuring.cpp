@@ -11,8 +11,8 @@
 namespace corvane {
 namespace {
 
-// What a row keeps free above, between and below its two lines, in pixels of the smallest text.
-constexpr double kRowAir = 7;
+// What a row takes for its two lines with the air above, between and below them.
+constexpr double kRowShare = 1.2;
 // A text that goes on beyond this is wider than every window.
 constexpr std::size_t kLongestMeasured = 4000;
 
@@ -29,7 +29,7 @@ WidgetFonts::WidgetFonts(const QFont& desktop) : desktop_(desktop) {
     const double titlePixels = QFontInfo(desktop).pixelSize();
     const double lines =
         lineHeight(sized(desktop, titlePixels)) + lineHeight(sized(desktop, titlePixels * kDetailsShare));
-    pixelsPerPoint_ = std::max(1.0, (lines + kRowAir) / kRowHeight);
+    pixelsPerPoint_ = std::max(1.0, lines * kRowShare / kRowHeight);
     titleSize_ = titlePixels / pixelsPerPoint_;
 }
 

@@ -61,6 +61,9 @@ QAccessibleInterface* accessibleOf(const QString& className, QObject* object) {
 
 }  // namespace
 
-void installRowAccessibility() { QAccessible::installFactory(accessibleOf); }
+void installRowAccessibility() {
+    static const bool isInstalled = (QAccessible::installFactory(accessibleOf), true);
+    Q_UNUSED(isInstalled);
+}
 
 }  // namespace corvane

@@ -59,7 +59,7 @@ class TaskRow : public QWidget {
     QToolButton* undoButton_;
 };
 
-/// Makes rows and their list known to screen readers; call it once before there are any.
+/// Makes rows and their list known to screen readers, before there are any; once is enough.
 void installRowAccessibility();
 
 /// What holds the rows: a list to a screen reader.

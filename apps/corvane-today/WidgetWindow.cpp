@@ -77,6 +77,7 @@ WidgetWindow::WidgetWindow(WidgetHost& host, QtTextMeasuring& measuring, TaskAct
       footer_(plainLabel(this)),
       showAllButton_(new ShowAllButton(look_, this)),
       message_(plainLabel(this)) {
+    installRowAccessibility();
     setWindowTitle(translated("Corvane Today"));
     list_->setAccessibleName(translated("Tasks due today"));
     settling_.setSingleShot(true);

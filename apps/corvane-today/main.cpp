@@ -9,7 +9,6 @@
 #include "apps/corvane-today/DesktopBus.h"
 #include "apps/corvane-today/DesktopOptions.h"
 #include "apps/corvane-today/PngOutput.h"
-#include "apps/corvane-today/TaskRow.h"
 #include "platform/foundation/Locale.h"
 #include "platform/foundation/Localization.h"
 
@@ -40,7 +39,6 @@ int autostart(bool isOn) {
 int run(const corvane::DesktopOptions& options, QApplication& qt) {
     using namespace corvane;
     qt.setLayoutDirection(Locale::current().isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
-    installRowAccessibility();
     if (options.png) {
         const auto problem = writePng(options);
         if (problem) say(*problem);

@@ -1,9 +1,11 @@
 #include "apps/host/WidgetHost.h"
 
 #include <utility>
+#include <variant>
 
 #include "apps/host/ProgramStore.h"
 #include "platform/store/SqliteStore.h"
+#include "widget/DueTasks.h"
 
 namespace corvane {
 namespace {
@@ -42,7 +44,16 @@ SqliteStore* WidgetHost::store() const {
     return GSData::sharedInstance().persistentStoreCoordinator().store();
 }
 
-std::optional<std::string> WidgetHost::problem() const { return storeProblem(GSData::sharedInstance()); }
+std::optional<std::string> WidgetHost::problem() const {
+    GSData& data = GSData::sharedInstance();
+    if (const auto problem = storeProblem(data)) return problem;
+    if (!controller_.todayTasks().empty() || !data.launched()) return std::nullopt;
+    constexpr std::int64_t kNoRows = 0;
+    const auto count =
+        data.viewContext().countForFetch(requestForDueTasks(DueDates::ofThisMoment(), kNoRows));
+    const StoreError* error = std::get_if<StoreError>(&count);
+    return error ? std::optional(error->message) : std::nullopt;
+}
 
 void WidgetHost::refresh() {
     openStore();

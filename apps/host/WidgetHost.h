@@ -43,7 +43,8 @@ class WidgetHost final : public ExtensionContext {
     void openStore();
     /// The open store; null without one.
     SqliteStore* store() const;
-    /// Why there is none, as storeProblem says it.
+    /// Why there is none, as storeProblem says it; also why an open one cannot be read any more, which would
+    /// look like a day without tasks.
     std::optional<std::string> problem() const;
 
     /// Opens the store and refreshes the widget.

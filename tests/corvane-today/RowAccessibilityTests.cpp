@@ -14,10 +14,10 @@ QAccessibleInterface& accessible(QObject& object) { return *QAccessible::queryAc
 class RowAccessibility : public testing::Test {
   protected:
     RowAccessibility() {
-        installRowAccessibility();
         GTask& milk = fixture_.addTask(u"Milk");
         milk.setPriority(50);
         milk.setAlertRepeat(16);
+        milk.setAlertRepeatInterval(1);
         fixture_.addTask(u"Bread");
         fixture_.show();
     }

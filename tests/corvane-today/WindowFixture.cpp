@@ -1,5 +1,7 @@
 #include "WindowFixture.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 #include <QTest>
