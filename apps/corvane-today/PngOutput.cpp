@@ -19,7 +19,8 @@
 namespace corvane {
 namespace {
 
-QImage pictureOf(QWidget& window, double scale) {
+QImage pictureOf(QWidget& window) {
+    const double scale = window.devicePixelRatioF();
     QImage image((QSizeF(window.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
@@ -44,11 +45,10 @@ std::optional<std::string> write(const QImage& image, const std::filesystem::pat
 
 }  // namespace
 
-void drawWithoutDisplay() {
+void drawWithoutDisplay(double scale) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    for (const char* variable : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI"}) {
-        qunsetenv(variable);
-    }
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+    for (const char* variable : {"QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI"}) qunsetenv(variable);
 }
 
 std::optional<std::string> writePng(const DesktopOptions& options) {
@@ -60,7 +60,7 @@ std::optional<std::string> writePng(const DesktopOptions& options) {
     host.refresh();
     window.setPrivate(options.isPrivate);
     window.showRefresh();
-    if (const auto problem = write(pictureOf(window, options.png->scale), options.png->file)) return problem;
+    if (const auto problem = write(pictureOf(window), options.png->file)) return problem;
     return host.problem();
 }
 

@@ -9,7 +9,8 @@
 namespace corvane {
 
 /// Sets the process up to draw without a display; before QApplication is made.
-void drawWithoutDisplay();
+/// @param scale  pixels a point
+void drawWithoutDisplay(double scale);
 
 /// Draws the widget into the file, whole or not at all. Needs a QApplication.
 /// @return why the file could not be written, or why it shows no tasks; one line

@@ -59,7 +59,7 @@ int main(int argumentCount, char** arguments) {
     const DesktopOptions& options = *reading.options;
     if (options.autostart) return autostart(*options.autostart);
     qInstallMessageHandler(hushQt);
-    if (options.png) drawWithoutDisplay();
+    if (options.png) drawWithoutDisplay(options.png->scale);
     if (!hasDisplay()) {
         say(localizedUtf8("there is no display; draw into a file with --png FILE, or use: corvane today"));
         return EXIT_FAILURE;
