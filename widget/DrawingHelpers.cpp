@@ -42,7 +42,7 @@ Image imageFromColor(const Color& color) {
 
 void resizeToTextWithMarginWidth(Label& label, double marginWidth, double height,
                                  const TextMeasuring& measuring) {
-    const Size size = measuring.sizeOfText(label.text ? *label.text : std::u16string_view(), label.font);
+    const Size size = label.text ? measuring.sizeOfText(*label.text, label.font) : Size();
     label.frame.width = fitted(size.width, marginWidth);
     label.frame.height = fitted(size.height, height);
 }

@@ -19,7 +19,8 @@ Color keyboardBackgroundColor();
 /// One pixel, one point large; components beyond 0...1 are clamped.
 Image imageFromColor(const Color& color);
 
-/// Gives the label the size of its text on one line plus margins, in whole points; the origin stays.
+/// Gives the label the size of its text on one line plus margins, in whole points; the origin stays. A label
+/// without a text measures nothing.
 ///
 /// @param marginWidth, height  points added to the measured size, fractions rounded half up
 void resizeToTextWithMarginWidth(Label& label, double marginWidth, double height,

@@ -12,6 +12,7 @@
 #include "model/GTask.h"
 #include "model/GUser.h"
 #include "platform/foundation/Environment.h"
+#include "widget/PriorityBands.h"
 #include "widget/SystemVersion.h"
 #include "widget/WidgetImages.h"
 
@@ -34,22 +35,18 @@ constexpr Rect kRepeatFrame{51, 26, 12, 12};
 constexpr Rect kTimeFrame{68, 24, 100, 16};
 constexpr Rect kNotesFrame{173, 24, 179, 16};
 
-struct PriorityBand {
-    std::uint32_t first;
-    const ImageAsset& mark;
-};
-constexpr PriorityBand kPriorityBands[] = {
-    {50, kPriority3Image},
-    {40, kPriority2Image},
-    {30, kPriority1Image}
-};
-
-// Priorities compare unsigned, so that a negative one is in the top band.
 const ImageAsset* priorityMark(std::int32_t priority) {
-    const auto band = std::ranges::find_if(kPriorityBands, [priority](const PriorityBand& candidate) {
-        return static_cast<std::uint32_t>(priority) >= candidate.first;
-    });
-    return band == std::end(kPriorityBands) ? nullptr : &band->mark;
+    switch (bandOfPriority(priority)) {
+        case PriorityBand::kNone:
+            return nullptr;
+        case PriorityBand::kLow:
+            return &kPriority1Image;
+        case PriorityBand::kMedium:
+            return &kPriority2Image;
+        case PriorityBand::kHigh:
+            return &kPriority3Image;
+    }
+    return nullptr;
 }
 
 // Unicode's separators (general category Z), the tab and the line breaks among the controls.

@@ -2,36 +2,25 @@
 
 #include "apps/corvane-today/QtText.h"
 #include "platform/foundation/Localization.h"
+#include "widget/PriorityBands.h"
 
 namespace corvane {
 namespace {
 
-struct Band {
-    std::int32_t first;
-    const char* name;
-};
-constexpr Band kBands[] = {
-    {0,  textKey("None")  },
-    {30, textKey("Low")   },
-    {40, textKey("Medium")},
-    {50, textKey("High")  },
-};
+// By band, from the lowest.
+constexpr const char* kNames[] = {textKey("None"), textKey("Low"), textKey("Medium"), textKey("High")};
 
 }  // namespace
 
 PriorityChoice::PriorityChoice(QWidget* parent) : ChoiceField(parent) {
-    for (const Band& band : kBands) addItem(translated(band.name), band.first);
+    for (std::size_t band = 0; band < std::size(kNames); ++band) {
+        addItem(translated(kNames[band]), kPriorityBandStarts[band]);
+    }
 }
 
-// Unsigned as in the widget, so that a negative one is high.
 void PriorityChoice::showPriority(std::int32_t priority) {
-    int index = 0;
-    for (int band = 0; band < count(); ++band) {
-        const auto first = static_cast<std::uint32_t>(itemData(band).toInt());
-        if (static_cast<std::uint32_t>(priority) >= first) index = band;
-    }
     const QSignalBlocker blocker(this);
-    setCurrentIndex(index);
+    setCurrentIndex(static_cast<int>(bandOfPriority(priority)));
 }
 
 }  // namespace corvane

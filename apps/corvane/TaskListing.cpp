@@ -5,6 +5,7 @@
 #include "apps/host/RepeatWords.h"
 #include "apps/host/TaskDescription.h"
 #include "platform/foundation/Text.h"
+#include "widget/PriorityBands.h"
 
 namespace corvane {
 namespace {
@@ -16,7 +17,9 @@ std::string details(const GTask& task) {
     const std::u16string due = dueInWords(task);
     if (!due.empty()) text += "  " + shownText(due);
     if (task.alertRepeat() != kNoRepeat) text += "  (" + shownText(repeatInWords(repeatOfTask(task))) + ")";
-    if (task.priority() >= 30) text += "  " + shownText(priorityInWords(task.priority()));
+    if (bandOfPriority(task.priority()) != PriorityBand::kNone) {
+        text += "  " + shownText(priorityInWords(task.priority()));
+    }
     return text;
 }
 

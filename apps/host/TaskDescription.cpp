@@ -9,6 +9,7 @@
 #include "platform/foundation/Environment.h"
 #include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
+#include "widget/PriorityBands.h"
 
 namespace corvane {
 namespace {
@@ -51,18 +52,14 @@ void addRegion(Fields& fields, const GTask& task) {
 }  // namespace
 
 std::u16string priorityWord(std::int32_t priority) {
-    // Unsigned as in the widget, so that a negative one is high.
-    const auto value = static_cast<std::uint32_t>(priority);
-    if (value >= 50) return localizedString("high");
-    if (value >= 40) return localizedString("medium");
-    return value >= 30 ? localizedString("low") : localizedString("none");
+    constexpr const char* kWords[] = {textKey("none"), textKey("low"), textKey("medium"), textKey("high")};
+    return localizedString(kWords[static_cast<std::size_t>(bandOfPriority(priority))]);
 }
 
 std::u16string priorityInWords(std::int32_t priority) {
-    const auto value = static_cast<std::uint32_t>(priority);
-    if (value >= 50) return localizedString("high priority");
-    if (value >= 40) return localizedString("medium priority");
-    return value >= 30 ? localizedString("low priority") : localizedString("no priority");
+    constexpr const char* kWords[] = {textKey("no priority"), textKey("low priority"),
+                                      textKey("medium priority"), textKey("high priority")};
+    return localizedString(kWords[static_cast<std::size_t>(bandOfPriority(priority))]);
 }
 
 std::u16string dueInWords(const GTask& task) {

@@ -33,10 +33,14 @@ TEST(ResizeToText, RoundsTheMeasureUpAndTheMarginToTheNearestPoint) {
     for (const auto& [measured, margin, expected] : rows) {
         SCOPED_TRACE(testing::Message() << measured << " and " << margin);
         Label label;
+        label.text = u"text";
         label.frame = {3, 4, 0, 0};
         resizeToTextWithMarginWidth(label, margin, margin, Measured({measured, measured}));
         EXPECT_EQ(label.frame, (Rect{3, 4, expected, expected}));
     }
+    Label label;
+    resizeToTextWithMarginWidth(label, 6, 4, Measured({10, 16.5}));
+    EXPECT_EQ(label.frame, (Rect{0, 0, 6, 4})) << "without a text";
 }
 
 TEST(HeightIfContainingString, IsAWholeNumberForTheWidthBetweenTheInsets) {
