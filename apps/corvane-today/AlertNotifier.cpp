@@ -16,7 +16,7 @@
 namespace corvane {
 namespace {
 
-// More at once than anybody reads: the rest is told as a number.
+// Nobody reads more at once: of what is beyond, the last one tells the number.
 constexpr std::size_t kMostAtOnce = 5;
 constexpr int kLaterMinutes = 10;  // as the action is called
 constexpr TimeInterval kLate{60};
@@ -113,7 +113,7 @@ void AlertNotifier::followStore() {
 // The newest are told one by one, as they are the likeliest to matter still.
 void AlertNotifier::giveAlerts(Date now) {
     const std::vector<GTask*> tasks = reminders_->alerts.take(context(), now);
-    const std::size_t untold = tasks.size() > kMostAtOnce ? tasks.size() - kMostAtOnce : 0;
+    const std::size_t untold = tasks.size() > kMostAtOnce ? tasks.size() - (kMostAtOnce - 1) : 0;
     if (untold > 0) notifyOfMany(untold);
     for (std::size_t i = untold; i < tasks.size(); ++i) give(*tasks[i], tasks[i]->alertDate().value_or(now));
 }

@@ -68,8 +68,8 @@ void Notifications::takeCapabilities(const QStringList& capabilities) {
 // Another server knows nothing of what the last one showed.
 void Notifications::takeOwner(const QString& owner) {
     capabilities_.reset();
-    ids_.clear();
     tokens_.clear();
+    for (const auto& [key, id] : std::exchange(ids_, {})) Q_EMIT closed(key);
     if (!owner.isEmpty()) ask();
 }
 
