@@ -23,8 +23,7 @@ TEST(TerminalText, LeavesNothingThatATerminalObeys) {
         {"unpaired surrogates",            u"a\xD83E b\xDD5B",                    "a\uFFFD b\uFFFD"         },
     };
     for (const auto& [what, text, expected] : kRows) {
-        SCOPED_TRACE(what);
-        EXPECT_EQ(utf8FromText(terminalText(text)), expected);
+        EXPECT_EQ(utf8FromText(terminalText(text)), expected) << what;
     }
     EXPECT_EQ(terminalUtf8("/tmp/\x1B\xFF"), "/tmp/␛\uFFFD");
 }
@@ -42,10 +41,7 @@ TEST(TerminalText, MeasuresInCells) {
         {"ambiguous signs of our own",      u"○◉▎♪…",          5},
         {"what has no width",               u"\u200B\u2060\uFEFF\u2068", 0},
     };
-    for (const auto& [what, text, cells] : kRows) {
-        SCOPED_TRACE(what);
-        EXPECT_EQ(displayWidth(text), cells);
-    }
+    for (const auto& [what, text, cells] : kRows) EXPECT_EQ(displayWidth(text), cells) << what;
 }
 
 TEST(TerminalText, CutsWhereAReaderWould) {
@@ -61,8 +57,7 @@ TEST(TerminalText, CutsWhereAReaderWould) {
          "👨‍👩‍👧👨‍👩‍👧"                                                                 },
     };
     for (const auto& [what, text, width, expected] : kRows) {
-        SCOPED_TRACE(what);
-        EXPECT_EQ(utf8FromText(cutToWidth(text, width)), expected);
+        EXPECT_EQ(utf8FromText(cutToWidth(text, width)), expected) << what;
     }
 }
 

@@ -72,8 +72,8 @@ TEST(AddingDays, BuildsATimeOfDay) {
     };
     const TestEnvironment environment({.timeZone = "Europe/Berlin"});
     for (const Row& row : kRows) {
-        SCOPED_TRACE(row.expected);
-        EXPECT_EQ(dateByAddingDays(at(row.from), row.days, row.hour, row.minute), at(row.expected));
+        EXPECT_EQ(dateByAddingDays(at(row.from), row.days, row.hour, row.minute), at(row.expected))
+            << row.expected;
     }
     constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
     constexpr std::int32_t kMostHours = std::numeric_limits<std::int32_t>::max();

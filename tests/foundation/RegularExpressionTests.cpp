@@ -10,7 +10,6 @@ TEST(RegularExpression, MatchesWholeTexts) {
     ASSERT_TRUE(word);
     EXPECT_EQ(word->matches(u"Äpfel"), true);
     EXPECT_EQ(word->matches(u"Äpfel 2"), false);
-    EXPECT_EQ(word->matches(u""), false);
     constexpr bool kIgnoresCase = true;
     EXPECT_EQ(RegularExpression::compile(u"ä.*", kIgnoresCase)->matches(u"ÄPFEL"), true);
     EXPECT_EQ(RegularExpression::compile(u"")->matches(u""), true);

@@ -25,10 +25,7 @@ struct Row {
 
 template <std::size_t N>
 void expectRows(const Row (&rows)[N]) {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(read(row.text), row.expected);
-    }
+    for (const Row& row : rows) EXPECT_EQ(read(row.text), row.expected) << row.text;
 }
 
 // Tuesday, 5 March 2024.
@@ -106,10 +103,7 @@ TEST(AlertWords, ReadsDistancesTimesAndDates) {
         {"tomorrow",       "-"               },
         {"15",             "-"               },
     };
-    for (const Row& row : kRows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_EQ(alert(row.text, due), row.expected);
-    }
+    for (const Row& row : kRows) EXPECT_EQ(alert(row.text, due), row.expected) << row.text;
     EXPECT_EQ(alert("15m", std::nullopt), "-");
     EXPECT_EQ(alert("none", std::nullopt), "none");
 }

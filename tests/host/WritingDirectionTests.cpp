@@ -14,10 +14,7 @@ TEST(WritingDirection, FindsLettersFromRightToLeft) {
         {"an unpaired surrogate",         u"\xD802",         false},
         {"digits, which follow the rest", u"\u0661 \u2068x", false},
     };
-    for (const auto& [what, text, expected] : kRows) {
-        SCOPED_TRACE(what);
-        EXPECT_EQ(hasRightToLeftText(text), expected);
-    }
+    for (const auto& [what, text, expected] : kRows) EXPECT_EQ(hasRightToLeftText(text), expected) << what;
 }
 
 TEST(WritingDirection, AnIsolateCannotBeLeftFromWithin) {

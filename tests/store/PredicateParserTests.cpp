@@ -123,10 +123,7 @@ TEST(PredicateParser, TellsWhereAndWhatIsWrong) {
         {u"ANY 5 == 5",               "4: expected a key path through a to-many relationship"                          },
         {u"a == CAST(1, 'Date')",     "13: expected \"NSDate\""                                                        },
     };
-    for (const auto& [text, expected] : rows) {
-        SCOPED_TRACE(utf8FromText(text));
-        EXPECT_EQ(parsed(text), expected);
-    }
+    for (const auto& [text, expected] : rows) EXPECT_EQ(parsed(text), expected) << utf8FromText(text);
 }
 
 TEST(PredicateParser, RefusesArgumentsThatDoNotFit) {

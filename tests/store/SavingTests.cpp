@@ -136,16 +136,6 @@ TEST_F(SavingTest, AFailedSaveKeepsEverythingForTheNextOne) {
     EXPECT_EQ(bookRows(), "A|2|4|0|1|NULL\nB|1|0|0|1|NULL\nD|1|0|0|1|NULL");
 }
 
-TEST_F(SavingTest, AForeignKeyThatGotItsNumberTooEarlyDoesNotTakeAnObjectsPlace) {
-    executeElsewhere("UPDATE ZBOOK SET ZWHOLE = 4 WHERE ZTITLE = 'A'");
-    EXPECT_EQ(books_.book(u"A").whole(), nullptr);
-    Book& added = books_.addBook(u"D");
-    books_.save();
-    EXPECT_EQ(added.objectID().key, 4);
-    EXPECT_EQ(context().objectWithID(added.objectID()), &added);
-    EXPECT_EQ(books_.book(u"A").whole(), &added);
-}
-
 TEST(StorelessContextTest, ObjectsLiveInMemoryAndNothingIsLost) {
     const TestEnvironment environment;
     PersistentStoreCoordinator coordinator(bookModel());

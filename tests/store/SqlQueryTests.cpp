@@ -57,8 +57,7 @@ TEST(SqlQuery, RefusesWhatDoesNotFitTheModel) {
         {u"pages CONTAINS 'x'",               "pages (number) is no text for CONTAINS"                            },
     };
     for (const auto& [predicate, error] : rows) {
-        SCOPED_TRACE(utf8FromText(predicate));
-        EXPECT_EQ(errorOf(predicate), error);
+        EXPECT_EQ(errorOf(predicate), error) << utf8FromText(predicate);
     }
     EXPECT_EQ(errorOf(u"TRUEPREDICATE", {{"colour"}}), "Book has no property \"colour\"");
     EXPECT_EQ(errorOf(u"TRUEPREDICATE", {{"shelf"}}), "shelf (Shelf) has no order");
@@ -79,10 +78,10 @@ TEST_F(QueryOnBooks, RunsHoweverLongOrDeepThePredicateIs) {
     EXPECT_EQ(found(repeated(u"(pages > 0 AND (pages == 7 OR ", 200) + u"pages > 1" + repeated(u"))", 200)),
               "Two");
     for (int depth = 1; depth < 40; ++depth) {
-        SCOPED_TRACE(depth);
         EXPECT_EQ(found(repeated(u"(pages > 0 AND NOT (pages == 7 OR NOT ", depth) + u"pages > 1" +
                         repeated(u"))", depth)),
-                  "Two");
+                  "Two")
+            << depth;
     }
     std::u16string text = u"pages == 1";
     for (int i = 1; i <= 30; ++i) text += u" AND " + repeated(u"whole.", i) + u"shelf.name == nil";

@@ -19,10 +19,7 @@ struct Row {
 
 template <std::size_t N>
 void expectRows(std::u16string (*operation)(std::u16string_view), const Row (&rows)[N]) {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.what);
-        EXPECT_EQ(operation(row.text), row.expected);
-    }
+    for (const Row& row : rows) EXPECT_EQ(operation(row.text), row.expected) << row.what;
 }
 
 TEST(HtmlToPlainText, SeparatesWordsByBlocksAndWhiteSpace) {

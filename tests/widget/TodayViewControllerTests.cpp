@@ -8,29 +8,11 @@
 #include "WidgetFixture.h"
 #include "platform/foundation/Text.h"
 #include "widget/TaskTableViewCell.h"
-#include "widget/WidgetLayout.h"
 
 namespace corvane {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-TEST(RowsThatFit, AreCutTowardsZeroAndNeverUndefined) {
-    const std::pair<double, std::int64_t> rows[] = {
-        {300,        5                                       },
-        {116.9,      0                                       },
-        {29.01,      0                                       },
-        {29,         -1                                      },
-        {-1000,      -24                                     },
-        {NAN,        0                                       },
-        {kInfinity,  std::numeric_limits<std::int64_t>::max()},
-        {-kInfinity, std::numeric_limits<std::int64_t>::min()},
-    };
-    for (const auto& [height, expected] : rows) {
-        SCOPED_TRACE(height);
-        EXPECT_EQ(rowsThatFit(height), expected);
-    }
-}
 
 // "5 rows, You have 7 tasks due today, View More (2), 293 high".
 std::string shownBy(const TodayViewController& controller) {
@@ -51,6 +33,9 @@ TEST(TodayViewController, CountsWhatItShowsAndWhatItDoesNot) {
         {7, 29,         "7 rows, You have 7 tasks due today, View More (8), 381 high"                  },
         {0, 29,         "0 rows, View More (1), 73 high"                                               },
         {7, kInfinity,  "7 rows, You have 7 tasks due today, 347 high"                                 },
+        {7, 100,        "0 rows, You have 7 tasks due today, View More (7), 73 high"                   },
+        {7, NAN,        "0 rows, You have 7 tasks due today, View More (7), 73 high"                   },
+        {7, -1000,      "7 rows, You have 7 tasks due today, View More (31), 381 high"                 },
         {7, -kInfinity, "7 rows, You have 7 tasks due today, View More (9223372036854775807), 381 high"},
     };
     for (const auto& [tasks, maximumHeight, expected] : kRows) {
