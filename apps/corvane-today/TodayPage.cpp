@@ -70,6 +70,7 @@ TodayPage::TodayPage(TaskActions& actions, QWidget* parent) : QWidget(parent), a
 void TodayPage::makeList() {
     model_ = new TaskListModel(this);
     list_ = new QListView(this);
+    list_->setObjectName(QStringLiteral("tasks"));
     list_->setModel(model_);
     list_->setFrameShape(QFrame::NoFrame);
     list_->setUniformItemSizes(true);
