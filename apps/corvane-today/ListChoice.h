@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "apps/corvane-today/ChoiceField.h"
 #include "model/GList.h"
@@ -24,6 +25,17 @@ class ListChoice : public ChoiceField {
     QString chosenUri() const { return currentData().toString(); }
     /// Chooses a list where it is offered.
     void choose(const QString& uri);
+
+  private:
+    struct Offer {
+        QString text;
+        QString uri;
+
+        bool operator==(const Offer&) const = default;
+    };
+    void offer(std::vector<Offer> offers);
+
+    std::vector<Offer> offers_;
 };
 
 }  // namespace corvane

@@ -27,6 +27,7 @@ bool NotesField::isBeingTyped() const { return document()->isModified(); }
 void NotesField::takeTyped() {
     if (!isBeingTyped()) return;
     document()->setModified(false);
+    if (text() == stored_) return;
     if (!taker_(text())) document()->setModified(true);
 }
 

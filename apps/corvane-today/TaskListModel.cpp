@@ -21,6 +21,11 @@ namespace {
 
 QString titleOf(const GTask& task) { return shownLine(task.name().value_or(std::u16string_view())); }
 
+QString toolTipOf(const GTask& task) {
+    return shownToolTip(task.name().value_or(std::u16string_view()),
+                        task.notes().value_or(std::u16string_view()));
+}
+
 bool isLate(const GTask& task) {
     const std::optional<Date> due = task.dueDate();
     if (!due || task.completed()) return false;
@@ -78,6 +83,7 @@ int TaskListModel::rowCount(const QModelIndex& parent) const {
 QVariant TaskListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= rowCount()) return {};
     if (role == Qt::DisplayRole) return titleOf(*tasks_[static_cast<std::size_t>(index.row())]);
+    if (role == Qt::ToolTipRole) return toolTipOf(*tasks_[static_cast<std::size_t>(index.row())]);
     if (role == Qt::AccessibleTextRole) return spokenRow(row(index));
     return {};
 }

@@ -166,6 +166,7 @@ void TaskPage::showTask(const std::string& taskid) {
         taskid_ = taskid;
         isShown_ = false;
         verticalScrollBar()->setValue(0);
+        done_->setFocus();
     }
     refresh();
 }

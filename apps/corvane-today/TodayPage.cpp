@@ -217,8 +217,16 @@ void TodayPage::open(const QModelIndex& index) {
 }
 
 bool TodayPage::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+    const bool isOverride = event->type() == QEvent::ShortcutOverride;
+    if (!isOverride && event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
+    // The first Escape leaves the search, before another one leaves the window.
+    if (watched == search_ && key == Qt::Key_Escape && !search_->text().isEmpty()) {
+        event->accept();
+        if (!isOverride) search_->clear();
+        return true;
+    }
+    if (isOverride) return QWidget::eventFilter(watched, event);
     if (watched == list_ && key == Qt::Key_Space) {
         toggle(list_->currentIndex());
         return true;

@@ -39,6 +39,7 @@ void WordsField::showStored(const QString& text, const QString& hint) {
 }
 
 bool WordsField::takeTyped() {
+    if (isBeingTyped() && text() == stored_) giveUpTyping();
     if (!isBeingTyped()) return true;
     if (!check()) return false;
     // Taking the words may show the stored text again, which must not count as typed any more.

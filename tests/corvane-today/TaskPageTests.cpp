@@ -86,6 +86,10 @@ TEST(TaskPage, ShowsTheMeaningBeforeItTakesTheWords) {
     QTest::keyClick(&fixture.line("Due"), Qt::Key_Escape);
     EXPECT_EQ(fixture.message("Due").find("Fri, Mar 8"), 0u);
     EXPECT_TRUE(fixture.window.isVisible());
+    // What was typed and taken back is no change.
+    const std::string due = fixture.line("Due").text().toStdString();
+    fixture.type("Due", due.c_str());
+    EXPECT_EQ(task.lastModified(), 0);
 }
 
 TEST(TaskPage, KeepsWordsThatMeanNothingAndSaysSo) {

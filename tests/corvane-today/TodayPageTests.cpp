@@ -75,6 +75,20 @@ TEST(TodayPage, FindsTasksByTextOrPredicate) {
     }
 }
 
+TEST(TodayPage, LeavesTheSearchBeforeTheWindow) {
+    CompanionFixture fixture;
+    addNamed(fixture, {u"Milk", u"Bread"});
+    fixture.showToday();
+    QTest::keyClick(&fixture.window, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(fixture.window.focusWidget(), QStringLiteral("milk"));
+    QTest::keyClick(fixture.window.focusWidget(), Qt::Key_Escape);
+    fixture.window.refresh();
+    EXPECT_EQ(fixture.rows(), "Milk Bread");
+    EXPECT_TRUE(fixture.window.isVisible());
+    QTest::keyClick(fixture.window.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(fixture.window.isVisible());
+}
+
 TEST(TodayPage, OpensATaskByKeyAndComesBack) {
     CompanionFixture fixture;
     addNamed(fixture, {u"Milk", u"Bread"});
