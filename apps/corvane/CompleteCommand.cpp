@@ -173,9 +173,13 @@ Candidates choices(const CLI::Option& option) {
     return candidates;
 }
 
-// The shells hand over what is typed, and a tilde is typed.
-std::filesystem::path inHomeDirectory(const std::string& path) {
-    return path.starts_with("~/") ? homeDirectory() / path.substr(2) : std::filesystem::path(path);
+// The shells hand over what is typed: a tilde or a variable in front stands as it is.
+std::filesystem::path typedPath(const std::string& text) {
+    const std::size_t end = std::min(text.find('/'), text.size());
+    const std::string first = text.substr(0, end);
+    if (first == "~") return homeDirectory().string() + text.substr(end);
+    if (!first.starts_with('$')) return text;
+    return processVariable(first.c_str() + 1).value_or(first) + text.substr(end);
 }
 
 class Completion {
@@ -217,7 +221,7 @@ class Completion {
     // The container that the words name, where they name one.
     GSData& container() {
         if (!place_.container.empty()) {
-            program_.options.environment.container = inHomeDirectory(place_.container);
+            program_.options.environment.container = typedPath(place_.container);
             setUpProgramEnvironment(program_.options.environment);
         }
         return program_.launchedContainer();

@@ -76,14 +76,19 @@ TEST_F(CompleteProcessTest, ReadsTheContainerOfTheLineAndMakesNone) {
     addTask("Milk");
     const std::string before = fileBytes(container_ / "Plorix.sqlite");
     const CorvaneAt elsewhere(directory_.path() / "none");
+    const ProcessEnvironment environment = {
+        {"FOLDER", directory_.path().string()}
+    };
     const auto milk = [&](const Words& option) {
         Words command = {"complete", "--"};
         command.insert(command.end(), option.begin(), option.end());
         command.insert(command.end(), {"task", "show", "m"});
-        return elsewhere.output(command);
+        return elsewhere.output(command, environment);
     };
     EXPECT_EQ(milk({}), "");
     EXPECT_EQ(milk({"--container", container_.string()}), "Milk\tTasks\n");
+    EXPECT_EQ(milk({"--container", "$FOLDER/container"}), "Milk\tTasks\n");
+    EXPECT_EQ(milk({"--container", "$NO_FOLDER/container"}), "");
     EXPECT_EQ(milk({"--container=" + container_.string()}), "Milk\tTasks\n");
     EXPECT_FALSE(std::filesystem::exists(directory_.path() / "none"));
     EXPECT_EQ(fileBytes(container_ / "Plorix.sqlite"), before);
