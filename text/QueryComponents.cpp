@@ -79,7 +79,7 @@ std::optional<std::u16string> stringFromQueryComponents(const QueryTable& table)
         // Meant so: the value is not `ownValue`, but the one under the encoded key.
         for (const std::u16string& encodedValue : encodedValues(table.find(encodedKey))) {
             if (!query.empty()) query += u'&';
-            query += encodedKey + u'=' + encodedValue;
+            query.append(encodedKey).append(u"=").append(encodedValue);
         }
     }
     if (query.empty()) return std::nullopt;

@@ -45,7 +45,8 @@ TagOrder TagSuffixes::extend(Search& search, char16_t unit) const {
 void TagSuffixes::sortByEnd() {
     std::iota(byEnd_.begin(), byEnd_.end(), TagOrder{0});
     std::ranges::sort(byEnd_, [this](TagOrder left, TagOrder right) {
-        const std::u16string_view a = tags_[left], b = tags_[right];
+        const std::u16string_view a = tags_[left];
+        const std::u16string_view b = tags_[right];
         return std::lexicographical_compare(a.rbegin(), a.rend(), b.rbegin(), b.rend());
     });
 }

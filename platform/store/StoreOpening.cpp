@@ -105,7 +105,7 @@ std::optional<StoreError> recognise(const PersistentStoreDescription& descriptio
     if (hasJournal(description.file)) return isDamaged ? std::nullopt : error;
     if (!hasLog(description.file)) return error;
     const bool isLockable = allows(description.file, W_OK);
-    const auto logError = lookAt(description, model, isLockable ? Access::kAlone : Access::kUnwritten);
+    auto logError = lookAt(description, model, isLockable ? Access::kAlone : Access::kUnwritten);
     // Somebody has it open: an ordinary connection beside theirs changes nothing and can tell.
     if (logError && logError->kind == StoreError::Kind::kBusy) return std::nullopt;
     return logError;

@@ -105,12 +105,12 @@ std::vector<std::string> statementsForNewTables(const ManagedObjectModel& model)
             statements.push_back(declaredIndexStatement(entity, index));
         }
     }
-    statements.push_back(
+    statements.emplace_back(
         "CREATE TABLE Z_PRIMARYKEY (Z_ENT INTEGER PRIMARY KEY, Z_NAME VARCHAR, Z_SUPER INTEGER, Z_MAX "
         "INTEGER)");
-    statements.push_back(
+    statements.emplace_back(
         "CREATE TABLE Z_METADATA (Z_VERSION INTEGER PRIMARY KEY, Z_UUID VARCHAR(255), Z_PLIST BLOB)");
-    statements.push_back("CREATE TABLE Z_MODELCACHE (Z_CONTENT BLOB)");
+    statements.emplace_back("CREATE TABLE Z_MODELCACHE (Z_CONTENT BLOB)");
     return statements;
 }
 
