@@ -86,17 +86,25 @@ FilterList::FilterList(QWidget* parent) : QListWidget(parent) {
     }
     updateIcons();
     choose(kTodayFilter);
+    counting_.setInterval(0);
+    connect(&counting_, &QTimer::timeout, this, &FilterList::countNext);
 }
 
 void FilterList::countTasks(bool hideCompleted) {
-    for (std::uint32_t filter = 0; filter < kListFilter; ++filter) {
-        QListWidgetItem* shown = item(static_cast<int>(filter));
-        const std::optional<std::size_t> count = countOf(filter, hideCompleted);
-        shown->setData(kCountRole, count ? locale().toString(static_cast<qulonglong>(*count)) : QString());
-        const auto number = static_cast<std::int64_t>(count.value_or(0));
-        const QString tasks = number == 1 ? translated("1 task") : translated("%d tasks", number);
-        shown->setData(Qt::AccessibleTextRole, QString(shown->text() + QStringLiteral(", ") + tasks));
-    }
+    hidesCompleted_ = hideCompleted;
+    nextFilter_ = 0;
+    counting_.start();
+}
+
+void FilterList::countNext() {
+    if (nextFilter_ >= kListFilter) return counting_.stop();
+    QListWidgetItem* shown = item(static_cast<int>(nextFilter_));
+    const std::optional<std::size_t> count = countOf(nextFilter_, hidesCompleted_);
+    shown->setData(kCountRole, count ? locale().toString(static_cast<qulonglong>(*count)) : QString());
+    const auto number = static_cast<std::int64_t>(count.value_or(0));
+    const QString tasks = number == 1 ? translated("1 task") : translated("%d tasks", number);
+    shown->setData(Qt::AccessibleTextRole, QStringList{shown->text(), tasks}.join(translated(", ")));
+    ++nextFilter_;
 }
 
 QString FilterList::countText(std::uint32_t filter) const {

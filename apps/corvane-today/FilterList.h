@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include <QListWidget>
+#include <QTimer>
 
 namespace corvane {
 
@@ -14,8 +15,10 @@ class FilterList : public QListWidget {
 
     std::uint32_t filter() const { return static_cast<std::uint32_t>(currentRow()); }
     void choose(std::uint32_t filter) { setCurrentRow(static_cast<int>(filter)); }
-    /// Counts the tasks of every filter, one query each.
+    /// Counts the tasks of every filter, one query each and one query in a turn of the event loop: with very
+    /// many tasks the window stays at hand meanwhile.
     void countTasks(bool hideCompleted);
+    bool isCounting() const { return counting_.isActive(); }
     /// None before they were counted.
     QString countText(std::uint32_t filter) const;
 
@@ -27,6 +30,11 @@ class FilterList : public QListWidget {
 
   private:
     void updateIcons();
+    void countNext();
+
+    QTimer counting_;
+    std::uint32_t nextFilter_ = 0;
+    bool hidesCompleted_ = false;
 };
 
 }  // namespace corvane

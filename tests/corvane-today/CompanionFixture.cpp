@@ -7,6 +7,8 @@
 #include <QStackedWidget>
 #include <QTest>
 
+#include "WindowFixture.h"
+
 namespace corvane {
 namespace {
 
@@ -60,6 +62,11 @@ void CompanionFixture::type(const char* name, const char* text, Qt::Key end) {
     QTest::keyClick(&field, Qt::Key_Delete);
     QTest::keyClicks(&field, QString::fromUtf8(text));
     if (end != Qt::Key_unknown) QTest::keyClick(&field, end);
+}
+
+std::string CompanionFixture::countOf(std::uint32_t filter) {
+    EXPECT_TRUE(waitUntil([this] { return !filters().isCounting(); }));
+    return filters().countText(filter).toStdString();
 }
 
 std::string CompanionFixture::rows() {

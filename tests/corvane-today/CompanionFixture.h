@@ -37,6 +37,8 @@ class CompanionFixture : public WidgetFixture {
     std::string message(const char* name) { return lineField(name).message().text().toStdString(); }
 
     QListView& list() { return *window.todayPage().findChild<QListView*>(QStringLiteral("tasks")); }
+    /// What the filter's name says beside it, when all filters have been counted.
+    std::string countOf(std::uint32_t filter);
     FilterList& filters() { return *window.todayPage().findChild<FilterList*>(); }
     /// Titles of the rows in the list, a completed task's in brackets, separated by blanks.
     std::string rows();

@@ -29,7 +29,7 @@ TEST(TodayPage, ShowsTodaysTasksAndTheOtherFiltersWithTheirCounts) {
     EXPECT_EQ(fixture.rows(), "Milk Bread");
     const char* const counts[] = {"0", "2", "1", "3", "1", "4", "1", "4"};
     for (std::uint32_t filter = 0; filter < kListFilter; ++filter) {
-        EXPECT_EQ(fixture.filters().countText(filter).toStdString(), counts[filter]) << filter;
+        EXPECT_EQ(fixture.countOf(filter), counts[filter]) << filter;
     }
     fixture.filters().choose(kCompletedFilter);
     EXPECT_EQ(fixture.rows(), "(Old)");
@@ -112,7 +112,7 @@ TEST(TodayPage, KeepsTheRowOfACompletedTaskForAMomentAndTakesItBack) {
     QTest::keyClick(&fixture.list(), Qt::Key_Space);
     EXPECT_EQ(fixture.rows(), "(Milk) Bread Eggs");
     EXPECT_EQ(fixture.currentTitle(), "Bread");
-    EXPECT_EQ(fixture.filters().countText(kTodayFilter), QStringLiteral("2"));
+    EXPECT_EQ(fixture.countOf(kTodayFilter), "2");
     EXPECT_EQ(fixture.notice(), "\u201CMilk\u201D is done.");
     QTest::keyClick(&fixture.list(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(fixture.rows(), "Milk Bread Eggs");
