@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 
 #include "apps/host/WidgetHost.h"
 #include "model/Accounts.h"
@@ -28,12 +27,6 @@ struct Demonstration {
     GSData data;
     SharedInstanceScope scope{data};
 };
-
-std::multiset<std::string> describedTasks(GSData& data) {
-    std::multiset<std::string> tasks;
-    for (const GTask* task : data.viewContext().fetch<GTask>({})) tasks.insert(utf8FromText(task->desc()));
-    return tasks;
-}
 
 // Every part of a row, in a widget with and without the days' own peculiarities.
 TEST(DemoContent, ShowsEveryPartOfTheWidget) {
@@ -81,13 +74,6 @@ TEST(DemoContent, IsSoundAndHoldsWhatTheCommandsTellApart) {
         task->fixSanity();
         EXPECT_EQ(task->dueDate(), due) << utf8FromText(*task->name());
     }
-}
-
-TEST(DemoContent, FollowsFromTheClock) {
-    Demonstration first("2024-03-05 12:00");
-    const auto expected = describedTasks(first.data);
-    Demonstration second("2024-03-05 12:00");
-    EXPECT_EQ(describedTasks(second.data), expected);
 }
 
 }  // namespace

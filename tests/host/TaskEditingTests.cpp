@@ -45,15 +45,10 @@ TEST_F(TaskEditingTest, CompletesATreeWithDates) {
     done.setCompleted(true);
     done.setCompletedDate(at("2024-01-01"));
     save();
-    const CompletionResult result = completeTask(parent);
-    EXPECT_TRUE(result.isChanged);
-    EXPECT_EQ(result.otherTasks, 1u);
-    EXPECT_EQ(result.nextDueDate, std::nullopt);
+    EXPECT_EQ(completeTask(parent).otherTasks, 1u);
     EXPECT_EQ(parent.completedDate(), now());
-    EXPECT_TRUE(open.completed());
     EXPECT_EQ(open.completedDate(), now());
     EXPECT_EQ(done.completedDate(), at("2024-01-01"));
-    EXPECT_GE(parent.lastUpdated(), kDistantFuture);
     EXPECT_FALSE(completeTask(parent).isChanged);
 
     reopenTask(open);

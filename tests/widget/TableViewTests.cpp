@@ -11,16 +11,14 @@ struct NumberCell final : TableViewCell {
     void layoutSubviews() override { ++layouts; }
 };
 
-struct Numbers final : TableViewDataSource, TableViewDelegate {
+struct Numbers final : TableViewDataSource {
     std::size_t count = 3;
     int made = 0;
     int filled = 0;
-    std::vector<std::size_t> selected;
     TableView table;
 
     Numbers() {
         table.dataSource = this;
-        table.delegate = this;
         table.rowHeight = 44;
         table.frame.width = 300;
         table.registerCellFactory("Number", [this] {
@@ -34,10 +32,6 @@ struct Numbers final : TableViewDataSource, TableViewDelegate {
         auto& cell = static_cast<NumberCell&>(tableView.dequeueReusableCell("Number", indexPath));
         cell.number = indexPath.row;
         return cell;
-    }
-    void didSelectRowAtIndexPath(TableView& tableView, IndexPath indexPath) override {
-        selected.push_back(indexPath.row);
-        tableView.deselectRow(indexPath, true);
     }
     NumberCell& cell(std::size_t row) { return static_cast<NumberCell&>(table.cellForRow({0, row})); }
 };
@@ -63,15 +57,6 @@ TEST(TableView, LaysOutOnceUntilTheWidthChanges) {
     numbers.table.frame.width = 200;
     EXPECT_EQ(numbers.cell(0).layouts, 2);
     EXPECT_EQ(numbers.cell(0).contentView.frame, (Rect{0, 0, 200, 44}));
-}
-
-TEST(TableView, TellsItsDelegateOfRowsThatExist) {
-    Numbers numbers;
-    numbers.table.selectRow({0, 1});
-    numbers.table.selectRow({0, 3});
-    EXPECT_EQ(numbers.selected, std::vector<std::size_t>{1});
-    EXPECT_FALSE(numbers.cell(1).isSelected());
-    EXPECT_EQ(numbers.table.indexPathForSelectedRow(), std::nullopt);
 }
 
 }  // namespace
