@@ -119,9 +119,9 @@ void AlertNotifier::giveAlerts(Date now) {
 }
 
 void AlertNotifier::giveReminders(Date now) {
-    const std::vector<GTask*> tasks = reminders_->snoozes.take(context(), now);
-    for (const GTask* task : tasks) give(*task, now);
-    if (!tasks.empty()) Q_EMIT remindersChanged();
+    const std::vector<DueReminder> due = reminders_->snoozes.take(context(), now);
+    for (const DueReminder& reminder : due) give(*reminder.task, reminder.until);
+    if (!due.empty()) Q_EMIT remindersChanged();
 }
 
 void AlertNotifier::give(const GTask& task, Date since) {

@@ -59,20 +59,20 @@ void Snoozes::settle(ManagedObjectContext& context) {
     if (dropped > 0) save();
 }
 
-std::vector<GTask*> Snoozes::take(ManagedObjectContext& context, Date now) {
+std::vector<DueReminder> Snoozes::take(ManagedObjectContext& context, Date now) {
     settle(context);
     std::vector<std::pair<Date, std::string>> ended;
     for (const auto& [taskid, snooze] : snoozes_) {
         if (snooze.until <= now) ended.emplace_back(snooze.until, taskid);
     }
     std::ranges::sort(ended);
-    std::vector<GTask*> tasks;
+    std::vector<DueReminder> due;
     for (const auto& [until, taskid] : ended) {
-        tasks.push_back(taskOf(context, taskid, snoozes_[taskid]));
+        due.push_back({taskOf(context, taskid, snoozes_[taskid]), until});
         snoozes_.erase(taskid);
     }
     if (!ended.empty()) save();
-    return tasks;
+    return due;
 }
 
 std::optional<Date> Snoozes::next() const {

@@ -17,6 +17,11 @@
 
 namespace corvane {
 
+struct DueReminder {
+    GTask* task = nullptr;
+    Date until;  ///< when it was to come
+};
+
 class Snoozes {
   public:
     /// Takes over what earlier runs remembered about a store.
@@ -29,8 +34,8 @@ class Snoozes {
 
     /// Drops the reminders that have lost their sense.
     void settle(ManagedObjectContext& context);
-    /// The tasks to remind of now, the earliest first; their reminders are done with.
-    std::vector<GTask*> take(ManagedObjectContext& context, Date now);
+    /// The reminders to give now, the earliest first; they are done with.
+    std::vector<DueReminder> take(ManagedObjectContext& context, Date now);
 
     std::optional<Date> next() const;
     /// When a task comes up again; none without a reminder.

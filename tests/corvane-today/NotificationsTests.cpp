@@ -154,8 +154,9 @@ TEST_F(AlertNotifierTest, DoesWhatItsButtonsSay) {
     qunsetenv("XDG_ACTIVATION_TOKEN");
 
     notifier_->remindLater(QString::fromStdString(milk), 60);
-    planAt("2024-03-05 14:10");
+    planAt("2024-03-05 15:00");
     ASSERT_TRUE(waitForNotifications(3));
+    EXPECT_EQ(server_->shown()[2].body.section(u'\n', 1).toStdString(), "Waiting since 2:10\u202FPM");
     settle();
     Q_EMIT server_->ActionInvoked(server_->shown()[2].id, QStringLiteral("done"));
     EXPECT_TRUE(comesTrue([&] { return TaskActions::taskNamed(milk)->completed(); }));

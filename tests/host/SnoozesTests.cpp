@@ -24,8 +24,8 @@ class SnoozesTest : public testing::Test {
     std::string idOf(const GTask& task) { return widget_.context().uriRepresentation(task); }
     std::string taken(Snoozes& snoozes, const char* now) {
         std::string titles;
-        for (const GTask* task : snoozes.take(widget_.context(), at(now))) {
-            titles += (titles.empty() ? "" : " ") + utf8FromText(*task->name());
+        for (const DueReminder& due : snoozes.take(widget_.context(), at(now))) {
+            titles += (titles.empty() ? "" : " ") + utf8FromText(*due.task->name());
         }
         return titles;
     }
