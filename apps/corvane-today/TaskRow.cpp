@@ -28,7 +28,7 @@ TaskRow::TaskRow(const WidgetLook& look, QWidget* parent)
 
 QString TaskRow::positionInWords() const {
     const auto number = [](int value) { return textFromUtf8(std::to_string(value)); };
-    return qtText(stringWithFormat(localizedString("%1$@ of %2$@"),
+    return qtText(stringWithFormat(localizedString("Row %1$@ of %2$@"),
                                    {number(position_.number), number(position_.count)}));
 }
 

@@ -178,7 +178,7 @@ std::string shortIdentifier(const ManagedObject& object) {
 std::string shownText(std::u16string_view text) { return utf8FromText(terminalText(text)); }
 
 std::string quotedName(std::optional<std::u16string_view> name) {
-    return name && !name->empty() ? "\"" + shownText(*name) + "\"" : shownName(name);
+    return name && !name->empty() ? translated("\"%@\"", shownText(*name)) : shownName(name);
 }
 
 std::string shownName(std::optional<std::u16string_view> name) {

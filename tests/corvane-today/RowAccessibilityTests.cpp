@@ -29,7 +29,7 @@ TEST_F(RowAccessibility, NamesRowsInWordsWithTheirPosition) {
     QAccessibleInterface& row = accessible(fixture_.row(0));
     EXPECT_EQ(row.role(), QAccessible::ListItem);
     EXPECT_EQ(row.text(QAccessible::Name), QStringLiteral("Milk, high priority, Today, repeats, list Home"));
-    EXPECT_EQ(row.text(QAccessible::Description), QStringLiteral("1 of 2"));
+    EXPECT_EQ(row.text(QAccessible::Description), QStringLiteral("Row 1 of 2"));
     EXPECT_TRUE(row.state().focusable);
     ASSERT_TRUE(row.parent());
     EXPECT_EQ(row.parent()->role(), QAccessible::List);
