@@ -1,13 +1,10 @@
 #include "model/RepeatData.h"
 
-#include <limits>
-
+#include "platform/foundation/LeadingInteger.h"
 #include "platform/foundation/Text.h"
 
 namespace corvane {
 namespace {
-
-constexpr std::u16string_view kWhiteSpace = u" \t\n\v\f\r";
 
 std::vector<std::u16string_view> piecesOf(std::u16string_view text) {
     std::vector<std::u16string_view> pieces;
@@ -32,21 +29,7 @@ std::u16string decimalText(Integer number) {
 
 }  // namespace
 
-std::int64_t integerValue(std::u16string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
-    const bool isNegative = text.starts_with(u'-');
-    if (isNegative || text.starts_with(u'+')) text.remove_prefix(1);
-    using Limits = std::numeric_limits<std::int64_t>;
-    std::int64_t value = 0;  // counted downwards when negative, since the range is longer there
-    for (const char16_t unit : text) {
-        if (unit < u'0' || unit > u'9') break;
-        const int digit = unit - u'0';
-        if (isNegative && value < (Limits::min() + digit) / 10) return Limits::min();
-        if (!isNegative && value > (Limits::max() - digit) / 10) return Limits::max();
-        value = value * 10 + (isNegative ? -digit : digit);
-    }
-    return value;
-}
+std::int64_t integerValue(std::u16string_view text) { return leadingInteger(utf8FromText(text)).value_or(0); }
 
 std::optional<std::u16string> monthlyRepeatData(std::uint64_t ordinal, std::uint64_t weekday) {
     if (ordinal == 0 || weekday == 0) return std::nullopt;
