@@ -1,14 +1,11 @@
 #include "model/StoreRelocation.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <string>
 #include <system_error>
 #include <vector>
 
-#include "platform/foundation/FileDescriptor.h"
+#include "platform/foundation/FileContents.h"
 
 namespace corvane {
 namespace {
@@ -25,11 +22,6 @@ std::vector<fs::path> filesWithPrefix(const fs::path& directory, std::string_vie
         if (entry->path().filename().string().starts_with(prefix)) files.push_back(entry->path());
     }
     return files;
-}
-
-bool synchronise(const fs::path& file) {
-    const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    return descriptor && fsync(descriptor.get()) == 0;
 }
 
 void copyWhole(const fs::path& source, const fs::path& destination) {

@@ -27,12 +27,6 @@ std::error_code writeAll(int descriptor, std::span<const std::uint8_t> contents)
     return fsync(descriptor) == 0 ? std::error_code() : lastError();
 }
 
-// A rename is on the disk once its directory is; a file system that cannot do that has renamed all the same.
-void synchroniseDirectory(const std::filesystem::path& directory) {
-    const FileDescriptor descriptor(open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (descriptor) fsync(descriptor.get());
-}
-
 }  // namespace
 
 std::variant<std::vector<std::uint8_t>, std::error_code> contentsOfFile(const std::filesystem::path& file,
@@ -71,9 +65,14 @@ std::error_code writeFileAtomically(const std::filesystem::path& file,
     if (error) {
         unlink(temporary.c_str());
     } else {
-        synchroniseDirectory(directory);
+        synchronise(directory);  // a file system that cannot do that has renamed all the same
     }
     return error;
+}
+
+bool synchronise(const std::filesystem::path& path) {
+    const FileDescriptor descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return descriptor && fsync(descriptor.get()) == 0;
 }
 
 }  // namespace corvane

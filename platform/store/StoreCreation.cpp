@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "platform/foundation/FileContents.h"
 #include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
 #include "platform/store/SqliteDatabase.h"
@@ -68,14 +69,6 @@ class DraftFile {
     int cause_ = 0;
 };
 
-// A file that is known to be whole only after a crash of the machine, too, has its directory written.
-void syncDirectory(const std::filesystem::path& directory) {
-    const int descriptor = ::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0) return;
-    fsync(descriptor);
-    close(descriptor);
-}
-
 std::optional<StoreError> fillTable(SqliteDatabase& database, const ManagedObjectModel& model) {
     for (std::size_t i = 0; i < model.entities().size(); ++i) {
         const std::string row = std::to_string(i + 1) + ", '" + std::string(model.entities()[i].name()) + "'";
@@ -119,7 +112,7 @@ std::optional<StoreError> createStoreFile(const std::filesystem::path& file,
     if (auto error = buildStore(draft.path(), model)) return error;
     const int cause = draft.publish(file.string());
     if (cause != 0 && cause != EEXIST) return creationError(file, cause);
-    syncDirectory(file.parent_path());
+    synchronise(file.parent_path());  // so that the file is whole after a crash of the machine, too
     return std::nullopt;
 }
 
