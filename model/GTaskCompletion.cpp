@@ -3,6 +3,7 @@
 #include "dates/DateBasics.h"
 #include "dates/RepeatArithmetic.h"
 #include "model/GTask.h"
+#include "model/RepeatAlignment.h"
 
 namespace corvane {
 namespace {
@@ -23,20 +24,6 @@ std::optional<Date> nextDueDate(const GTask& task, Date dueDate) {
             return dateByAddingWeeks(dueDate, interval, task.weeklyRepeatWeekdays());
         default:
             return std::nullopt;
-    }
-}
-
-/// Rules without days of their own fit every date.
-bool isOnItsRule(const GTask& task, Date dueDate) {
-    switch (task.alertRepeat()) {
-        case kRepeatMonthly:
-            return isAlignedWithMonthlyRepeatWeekday(dueDate, task.monthlyRepeatWeekday(),
-                                                     task.monthlyRepeatWeekdayOrdinal());
-        case kRepeatWeekly:
-        case kRepeatWeeklyOlder:
-            return isAlignedWithWeeklyRepeatWeekdays(dueDate, task.weeklyRepeatWeekdays());
-        default:
-            return true;
     }
 }
 
@@ -77,6 +64,19 @@ Tasks changedAroundOpenTask(const GTask& task) {
 }
 
 }  // namespace
+
+bool isOnItsRule(const GTask& task, Date dueDate) {
+    switch (task.alertRepeat()) {
+        case kRepeatMonthly:
+            return isAlignedWithMonthlyRepeatWeekday(dueDate, task.monthlyRepeatWeekday(),
+                                                     task.monthlyRepeatWeekdayOrdinal());
+        case kRepeatWeekly:
+        case kRepeatWeeklyOlder:
+            return isAlignedWithWeeklyRepeatWeekdays(dueDate, task.weeklyRepeatWeekdays());
+        default:
+            return true;
+    }
+}
 
 void GTask::progressRepeat() {
     if (alertRepeat() == kNoRepeat || !completed() || !dueDate()) return;

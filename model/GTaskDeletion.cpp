@@ -31,20 +31,6 @@ std::vector<GTask*> orderAfterRemoving(GTask& task) {
     return order;
 }
 
-/// What follows for a removed task: its children go to its parent, and it leaves the store unless a server
-/// has to hear of it.
-void leaveTree(GTask& task, bool purge) {
-    GTask* parent = task.parentTask();
-    for (GTask* child : task.subTasks().toVector()) {
-        child->setParentTask(parent);
-        if (!purge) child->updateLastModified();
-    }
-    if (task.id() && !purge) return;
-    task.setList(nullptr);
-    // A task that has left its store before has no context any more.
-    if (ManagedObjectContext* context = task.managedObjectContext()) context->deleteObject(task);
-}
-
 // In a sound order each of them has moved to `position` by the time of its own deletion, and what stands
 // behind them all moves once.
 void deleteRun(std::vector<GTask*>& order, std::int16_t position, std::span<GTask* const> tasks, bool purge) {
@@ -83,6 +69,18 @@ std::vector<GTask*> deleteAlone(GTask& task, bool purge) {
 }
 
 }  // namespace
+
+void leaveTree(GTask& task, bool purge) {
+    GTask* parent = task.parentTask();
+    for (GTask* child : task.subTasks().toVector()) {
+        child->setParentTask(parent);
+        if (!purge) child->updateLastModified();
+    }
+    if (task.id() && !purge) return;
+    task.setList(nullptr);
+    // A task that has left its store before has no context any more.
+    if (ManagedObjectContext* context = task.managedObjectContext()) context->deleteObject(task);
+}
 
 void GTask::deleteTask(bool purge) { deleteAlone(*this, purge); }
 

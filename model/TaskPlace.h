@@ -33,4 +33,8 @@ void readAgain(std::vector<GTask*>& order, const GList& list);
 /// `order`, and the list keeps its cache.
 GTask& insertNewTask(GList& list, const std::vector<GTask*>& order, std::int64_t position, GTask* parent);
 
+/// What follows for a removed task: its children go to its parent, and it leaves the store unless a server
+/// has to hear of it.
+void leaveTree(GTask& task, bool purge);
+
 }  // namespace corvane

@@ -1,6 +1,7 @@
 // The tasks of a list.
 #include "model/GList.h"
 #include "model/GTask.h"
+#include "model/TaskPlace.h"
 #include "platform/store/ManagedObjectContext.h"
 #include "queries/Fetches.h"
 
@@ -54,13 +55,7 @@ GTask* GList::findTaskId(std::optional<std::u16string_view> taskId) const {
 void GList::deleteCompletedTasks() {
     for (GTask* task : completedTasks()) {
         task->setRemoved(true);
-        for (GTask* child : task->subTasks().toVector()) {
-            child->setParentTask(task->parentTask());
-            child->updateLastModified();
-        }
-        if (task->id()) continue;
-        task->setList(nullptr);
-        managedObjectContext()->deleteObject(*task);
+        leaveTree(*task, kAwaitSynchronisation);
     }
     std::int32_t position = 0;
     for (GTask* task : orderedAllTasks()) task->setDisplayOrder(static_cast<std::int16_t>(position++));

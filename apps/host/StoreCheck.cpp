@@ -9,9 +9,11 @@
 #include "model/GList.h"
 #include "model/GTask.h"
 #include "model/GUser.h"
+#include "model/RepeatAlignment.h"
 #include "model/TaskTree.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Localization.h"
+#include "queries/ListPositions.h"
 
 namespace corvane {
 namespace {
@@ -21,8 +23,6 @@ struct Finding {
     std::function<bool()> mend;  ///< whether it could
 };
 using Findings = std::vector<Finding>;
-
-constexpr std::int32_t kUnlistedBase = 5000;
 
 std::u16string nameOf(std::optional<std::u16string_view> name) {
     return std::u16string(name && !name->empty() ? *name : std::u16string_view(u"?"));
@@ -168,18 +168,16 @@ Findings wrongCompletion(ManagedObjectContext& context) {
     return findings;
 }
 
+// A weekly rule may hold nothing but numbers that are no weekdays.
+bool hasDayToBeOn(const GTask& task) {
+    if (task.alertRepeat() != kRepeatWeekly && task.alertRepeat() != kRepeatWeeklyOlder) return true;
+    const auto isWeekday = [](std::uint64_t day) { return day >= kSunday && day <= kSaturday; };
+    return std::ranges::any_of(task.weeklyRepeatWeekdays(), isWeekday);
+}
+
 bool isOffItsRule(const GTask& task) {
     const std::optional<Date> due = task.dueDate();
-    if (!due || task.completed()) return false;
-    if (task.alertRepeat() == kRepeatMonthly) {
-        return !isAlignedWithMonthlyRepeatWeekday(*due, task.monthlyRepeatWeekday(),
-                                                  task.monthlyRepeatWeekdayOrdinal());
-    }
-    if (task.alertRepeat() != kRepeatWeekly && task.alertRepeat() != kRepeatWeeklyOlder) return false;
-    const std::vector<std::uint64_t> weekdays = task.weeklyRepeatWeekdays();
-    const bool hasWeekday =
-        std::ranges::any_of(weekdays, [](std::uint64_t day) { return day >= kSunday && day <= kSaturday; });
-    return hasWeekday && !isAlignedWithWeeklyRepeatWeekdays(*due, weekdays);
+    return due && !task.completed() && hasDayToBeOn(task) && !isOnItsRule(task, *due);
 }
 
 Findings misalignedRepeats(ManagedObjectContext& context) {
@@ -235,7 +233,7 @@ bool isTaskOrderSound(const GList& list) {
 }
 
 bool isListOrderSound(const GUser& account) {
-    std::int32_t position = account.accountType() == kUnlistedAccountType ? kUnlistedBase : 0;
+    std::int32_t position = positionBase(&account);
     return std::ranges::all_of(account.orderedLists(), [&](const GList* list) {
         return list->displayOrder() == static_cast<std::int16_t>(position++);
     });
