@@ -1,6 +1,8 @@
 // Tasks from iCalendar to-dos (RFC 5545), read by libical.
 #include <libical/ical.h>
+#include <strings.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -189,9 +191,27 @@ class CalendarReader {
     std::vector<std::string> parents_;           ///< UID of each task's parent
 };
 
+bool startsWithWord(std::string_view line, std::string_view word) {
+    return line.size() >= word.size() && strncasecmp(line.data(), word.data(), word.size()) == 0;
+}
+
+// The library tells of an end without a beginning on standard error, in words of its own.
+bool endsOnlyWhatBegan(std::string_view calendar) {
+    std::size_t open = 0;
+    while (!calendar.empty()) {
+        const std::size_t end = std::min(calendar.find_first_of("\r\n"), calendar.size());
+        const std::string_view line = calendar.substr(0, end);
+        if (startsWithWord(line, "BEGIN:")) ++open;
+        if (startsWithWord(line, "END:") && open-- == 0) return false;
+        calendar.remove_prefix(std::min(end + 1, calendar.size()));
+    }
+    return true;
+}
+
 }  // namespace
 
 ImportResult importFromCalendar(std::string_view calendar) {
+    if (!endsOnlyWhatBegan(calendar)) return translated("the file is no calendar that can be read");
     icalerror_set_errors_are_fatal(0);
     const Component root(icalparser_parse_string(std::string(calendar).c_str()));
     if (!root) return translated("the file is no calendar that can be read");
