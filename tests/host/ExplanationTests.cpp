@@ -12,7 +12,7 @@
 namespace corvane {
 namespace {
 
-Explanation explained(WidgetFixture& widget, const GTask& task, WidgetHostOptions options = {}) {
+Explanation explained(const GTask& task, WidgetHostOptions options = {}) {
     WidgetHost host(std::move(options));
     host.refresh();
     return explanationOf(task, host);
@@ -37,7 +37,7 @@ TEST(Explanation, NamesEveryConditionThatDoesNotHold) {
         SCOPED_TRACE(expected);
         GTask& task = widget.addTask(u"Milk");
         change(task);
-        const Explanation explanation = explained(widget, task);
+        const Explanation explanation = explained(task);
         EXPECT_EQ(explanation.clauses.size(), 8u);
         EXPECT_EQ(objections(explanation), expected);
         EXPECT_EQ(explanation.isDue(), expected.empty());
@@ -67,7 +67,7 @@ TEST(Explanation, NamesEveryConditionThatDoesNotHold) {
 
 TEST(Explanation, ComparesByTheValuesFound) {
     WidgetFixture widget;
-    const Explanation explanation = explained(widget, widget.addTask(u"Milk", "2024-03-07 09:00"));
+    const Explanation explanation = explained(widget.addTask(u"Milk", "2024-03-07 09:00"));
     EXPECT_EQ(explanation.clauses[0].value, Value(false));
     EXPECT_EQ(explanation.clauses[1].value, Value(std::u16string(u"Milk")));
     EXPECT_EQ(explanation.clauses[7].value, Value(at("2024-03-07 09:00")));
@@ -94,11 +94,10 @@ TEST(Explanation, EndsWithThePlaceAndWhatTheHeightLeavesOfIt) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.expected);
-        EXPECT_EQ(utf8FromText(conclusionOf(explained(widget, last, row.options))), row.expected);
+        EXPECT_EQ(utf8FromText(conclusionOf(explained(last, row.options))), row.expected);
     }
     last.setCompleted(true);
-    EXPECT_EQ(utf8FromText(conclusionOf(explained(widget, last))),
-              "Not shown today, because not all of this holds.");
+    EXPECT_EQ(utf8FromText(conclusionOf(explained(last))), "Not shown today, because not all of this holds.");
 }
 
 TEST(Explanation, AgreesWithTheQueryOverRandomTasks) {
