@@ -224,6 +224,8 @@ std::u16string foldedWords(std::u16string_view text) {
         if (isBlank && words.ends_with(u' ')) continue;
         words += isBlank ? u' ' : unit;
     }
+    // Printed texts have the typographic apostrophe, keyboards the other one.
+    std::ranges::replace(words, u'\u2019', u'\'');
     return words;
 }
 
