@@ -59,16 +59,6 @@ TEST_F(TaskTreeTest, WalksOverTheSubTasksThatTheFetchBrings) {
     EXPECT_EQ(unsaid.countTotalSubTasks(), 1u);
 }
 
-TEST_F(TaskTreeTest, ParentsAreAncestorsAndNone) {
-    plant(list(), "A(B*(C)) D");
-    EXPECT_TRUE(named("C").hasParent(&named("A"))) << "removed tasks between them notwithstanding";
-    EXPECT_FALSE(named("A").hasParent(&named("C")));
-    EXPECT_FALSE(named("C").hasParent(&named("C")));
-    EXPECT_FALSE(named("C").hasParent(&named("D")));
-    EXPECT_TRUE(named("A").hasParent(nullptr));
-    EXPECT_TRUE(named("C").hasParent(nullptr));
-}
-
 TEST_F(TaskTreeTest, OrderedSubTasksSeeUnsavedChanges) {
     plant(list(), "A(B@3 C+@1 D*@0 E@2)");
     EXPECT_THAT(names(named("A").orderedSubTasks(kCompletedToo)), ElementsAre("C", "E", "B"));
