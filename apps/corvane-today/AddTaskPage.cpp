@@ -3,11 +3,11 @@
 #include <utility>
 #include <vector>
 
-#include <QFormLayout>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include "apps/corvane-today/CompanionStyle.h"
+#include "apps/corvane-today/FieldForm.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/TaskActions.h"
 #include "apps/corvane-today/TaskWords.h"
@@ -28,23 +28,22 @@ QString lastList() {
     return uri ? QString::fromStdString(*uri) : QString();
 }
 
-GTask* lastRootTask(const GList& list) {
-    const std::vector<GTask*> roots = list.orderedRootTasks();
-    return roots.empty() ? nullptr : roots.back();
-}
-
-bool keepWords(const QString&) { return false; }
+// Words stay as typed until the task is added.
+bool keepTyped(const QString&) { return false; }
 
 }  // namespace
 
 AddTaskPage::AddTaskPage(TaskActions& actions, QWidget* parent) : QWidget(parent), actions_(actions) {
-    title_ = addField(readTitle, textKey("Title"), textKey("What is there to do?"));
+    title_ = new WordsField(readTitle, keepTyped, this);
+    describeField(*title_, textKey("Title"), textKey("What is there to do?"));
     title_->line().setFont(titleFont(font()));
     list_ = new ListChoice(this);
-    due_ = addField(readDue, textKey("Due"), textKey("Like tomorrow 14:00, friday or +3d"));
-    repeat_ = addField(readRepeat, textKey("Repeat"), textKey("Like every 2 weeks on mon, fri"));
+    due_ = new WordsField(readDue, keepTyped, this);
+    describeField(*due_, textKey("Due"), kDueExample);
+    repeat_ = new WordsField(readRepeat, keepTyped, this);
+    describeField(*repeat_, textKey("Repeat"), kRepeatExample);
     priority_ = new PriorityChoice(this);
-    notes_ = new NotesField([](const QString&) { return false; }, this);
+    notes_ = new NotesField(keepTyped, this);
     add_ = new QPushButton(translated("Add task"), this);
     makeLayout();
     list_->showLists(nullptr);
@@ -58,39 +57,19 @@ AddTaskPage::AddTaskPage(TaskActions& actions, QWidget* parent) : QWidget(parent
     }
 }
 
-WordsField* AddTaskPage::addField(WordsField::Reader reader, const char* key, const char* placeholder) {
-    auto* field = new WordsField(std::move(reader), keepWords, this);
-    field->line().setAccessibleName(translated(key));
-    field->line().setPlaceholderText(translated(placeholder));
-    return field;
-}
-
 void AddTaskPage::makeLayout() {
-    auto* form = new QFormLayout;
-    form->setHorizontalSpacing(spacing(*this, 2));
-    form->setVerticalSpacing(spacing(*this, 1.2));
-    form->setLabelAlignment(Qt::AlignLeading | Qt::AlignTop);
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    const std::pair<const char*, QWidget*> rows[] = {
+    const FieldRow rows[] = {
         {textKey("List"),     list_    },
         {textKey("Due"),      due_     },
         {textKey("Repeat"),   repeat_  },
         {textKey("Priority"), priority_},
         {textKey("Notes"),    notes_   },
     };
-    for (const auto& [key, field] : rows) {
-        QLabel* label = plainLabel(translated(key), this);
-        label->setForegroundRole(QPalette::PlaceholderText);
-        label->setContentsMargins(0, spacing(*this, 0.2), 0, 0);
-        label->setBuddy(field);
-        form->addRow(label, field);
-        field->setAccessibleName(translated(key));
-    }
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(spacing(*this, 3), spacing(*this, 1), spacing(*this, 3), spacing(*this, 2));
     layout->setSpacing(spacing(*this, 1.5));
     layout->addWidget(title_);
-    layout->addLayout(form);
+    layout->addLayout(makeFieldForm(rows, this));
     layout->addWidget(add_, 0, Qt::AlignTrailing);
     layout->addStretch(1);
 }

@@ -37,7 +37,6 @@ class AddTaskPage : public QWidget {
     void added(const QString& taskid);
 
   private:
-    WordsField* addField(WordsField::Reader reader, const char* key, const char* placeholder);
     void makeLayout();
     bool isUnderstood();
     GTask& makeTask(ManagedObjectContext& context) const;

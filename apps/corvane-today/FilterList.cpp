@@ -27,32 +27,37 @@ class FilterDelegate : public QStyledItemDelegate {
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
         const WidgetPalette palette = paletteOf(*option.widget);
-        const QColor color = option.state & QStyle::State_Selected ? palette.accent() : palette.text();
+        const bool isSelected = option.state & QStyle::State_Selected;
+        const int gap = option.fontMetrics.height() / 2;
+        const int icon = qRound(option.fontMetrics.height() * 1.15);
+        QRect place = option.rect.adjusted(gap, 0, -gap, 0);
+        const QRect iconPlace(place.left(), place.center().y() - icon / 2 + 1, icon, icon);
+        place.setLeft(iconPlace.right() + gap);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         paintGround(*painter, option, palette);
-        const int gap = option.fontMetrics.height() / 2;
-        const int icon = qRound(option.fontMetrics.height() * 1.15);
-        const auto mirrored = [&option](const QRect& place) {
-            return QStyle::visualRect(option.direction, option.rect, place);
-        };
-        QRect place = option.rect.adjusted(gap, 0, -gap, 0);
-        const QRect iconPlace(place.left(), place.center().y() - icon / 2 + 1, icon, icon);
-        qvariant_cast<QIcon>(index.data(Qt::DecorationRole)).paint(painter, mirrored(iconPlace));
-        painter->setPen(color);
-        place.setLeft(iconPlace.right() + gap);
-        const int start = QStyle::visualAlignment(option.direction, Qt::AlignLeft) | Qt::AlignAbsolute;
-        const int end = QStyle::visualAlignment(option.direction, Qt::AlignRight) | Qt::AlignAbsolute;
-        painter->drawText(mirrored(place), start | Qt::AlignVCenter | Qt::TextSingleLine,
-                          index.data(Qt::DisplayRole).toString());
+        qvariant_cast<QIcon>(index.data(Qt::DecorationRole)).paint(painter, mirrored(iconPlace, option));
+        painter->setPen(isSelected ? palette.accent() : palette.text());
+        paintText(*painter, place, Qt::AlignLeft, index.data().toString(), option);
         painter->setPen(palette.quietText());
         painter->setFont(detailsFont(option.font));
-        painter->drawText(mirrored(place), end | Qt::AlignVCenter | Qt::TextSingleLine,
-                          index.data(kCountRole).toString());
+        paintText(*painter, place, Qt::AlignRight, index.data(kCountRole).toString(), option);
         painter->restore();
     }
 
   private:
+    static QRect mirrored(const QRect& place, const QStyleOptionViewItem& option) {
+        return QStyle::visualRect(option.direction, option.rect, place);
+    }
+
+    static void paintText(QPainter& painter, const QRect& place, Qt::Alignment side, const QString& text,
+                          const QStyleOptionViewItem& option) {
+        const Qt::Alignment alignment = QStyle::visualAlignment(option.direction, side);
+        painter.drawText(
+            mirrored(place, option),
+            static_cast<int>(alignment) | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine, text);
+    }
+
     static void paintGround(QPainter& painter, const QStyleOptionViewItem& option,
                             const WidgetPalette& palette) {
         const QRectF ground = QRectF(option.rect).adjusted(1, 1, -1, -1);

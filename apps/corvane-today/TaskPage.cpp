@@ -3,17 +3,18 @@
 #include <utility>
 #include <vector>
 
-#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "apps/corvane-today/CompanionStyle.h"
+#include "apps/corvane-today/FieldForm.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/ShownText.h"
 #include "apps/corvane-today/TaskActions.h"
 #include "apps/corvane-today/TaskWords.h"
 #include "apps/host/AlertWords.h"
+#include "apps/host/Places.h"
 #include "apps/host/RepeatWords.h"
 #include "apps/host/TaskDescription.h"
 #include "apps/host/TaskEditing.h"
@@ -39,23 +40,6 @@ QString alertHint(const GTask& task) {
 
 QString repeatText(const GTask& task) {
     return task.alertRepeat() == kNoRepeat ? QString() : qtText(repeatInWords(repeatOfTask(task)));
-}
-
-QLabel* labelFor(const char* key, QWidget* field, QWidget* parent) {
-    QLabel* label = plainLabel(translated(key), parent);
-    label->setForegroundRole(QPalette::PlaceholderText);
-    label->setBuddy(field);
-    return label;
-}
-
-void nameField(WordsField* field, const char* key, const char* placeholder) {
-    field->line().setAccessibleName(translated(key));
-    field->line().setPlaceholderText(translated(placeholder));
-}
-
-GTask* lastRootTask(const GList& list) {
-    const std::vector<GTask*> roots = list.orderedRootTasks();
-    return roots.empty() ? nullptr : roots.back();
 }
 
 }  // namespace
@@ -96,35 +80,29 @@ void TaskPage::makeFields(QWidget* content) {
     done_ = new DoneBox(content);
     title_ = addField(content, readTitle, takeTitle);
     title_->line().setFont(titleFont(font()));
-    nameField(title_, textKey("Title"), textKey("Title"));
+    describeField(*title_, textKey("Title"), textKey("Title"));
     state_ = new MessageLine(content);
     parent_ = new QPushButton(content);
     parent_->setFlat(true);
     due_ = addField(content, readDue, takeDue);
-    nameField(due_, textKey("Due"), textKey("Like tomorrow 14:00, friday or +3d"));
+    describeField(*due_, textKey("Due"), kDueExample);
     repeat_ = addField(content, readRepeat, takeRepeat);
-    nameField(repeat_, textKey("Repeat"), textKey("Like every 2 weeks on mon, fri"));
+    describeField(*repeat_, textKey("Repeat"), kRepeatExample);
     const auto readAlertOfTask = [this](const QString& text) {
         const GTask* task = TaskActions::taskNamed(taskid_);
         return readAlert(text, task ? task->dueDate() : std::nullopt);
     };
     alert_ = addField(content, readAlertOfTask, takeAlert);
-    nameField(alert_, textKey("Alert"), textKey("Like 15m, 1d or 9:00"));
+    describeField(*alert_, textKey("Alert"), kAlertExample);
     priority_ = new PriorityChoice(content);
     list_ = new ListChoice(content);
     notes_ = new NotesField([this](const QString& text) { return edit(takeNotes, text); }, content);
     subtasks_ = new SubtaskTree(content);
-    subtasksLabel_ = labelFor(textKey("Subtasks"), subtasks_, content);
+    subtasksLabel_ = makeFieldLabel(textKey("Subtasks"), subtasks_, content);
 }
 
 QFormLayout* TaskPage::makeForm(QWidget* content) {
-    auto* form = new QFormLayout;
-    form->setContentsMargins(0, 0, 0, 0);
-    form->setHorizontalSpacing(spacing(*this, 2));
-    form->setVerticalSpacing(spacing(*this, 1.2));
-    form->setLabelAlignment(Qt::AlignLeading | Qt::AlignTop);
-    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    const std::pair<const char*, QWidget*> rows[] = {
+    const FieldRow rows[] = {
         {textKey("Due"),      due_     },
         {textKey("Repeat"),   repeat_  },
         {textKey("Alert"),    alert_   },
@@ -132,13 +110,7 @@ QFormLayout* TaskPage::makeForm(QWidget* content) {
         {textKey("List"),     list_    },
         {textKey("Notes"),    notes_   },
     };
-    for (const auto& [key, field] : rows) {
-        QLabel* label = labelFor(key, field, content);
-        label->setContentsMargins(0, spacing(*this, 0.2), 0, 0);
-        form->addRow(label, field);
-        field->setAccessibleName(translated(key));
-    }
-    return form;
+    return makeFieldForm(rows, content);
 }
 
 void TaskPage::connectChoices() {

@@ -7,10 +7,16 @@
 
 #include "apps/corvane-today/WordsField.h"
 #include "platform/foundation/Date.h"
+#include "platform/foundation/Localization.h"
 
 namespace corvane {
 
 class GTask;
+
+/// Examples of words, keys of texts.
+inline constexpr const char* kDueExample = textKey("Like tomorrow 14:00, friday or +3d");
+inline constexpr const char* kRepeatExample = textKey("Like every 2 weeks on mon, fri");
+inline constexpr const char* kAlertExample = textKey("Like 15m, 1d or 9:00");
 
 // Empty words, like "none", take a field away.
 WordsReading readTitle(const QString& text);

@@ -61,4 +61,9 @@ GList& listForNewTasks(ManagedObjectContext& context) {
     return defaultListOf(account ? *account : makeFirstAccount(context));
 }
 
+GTask* lastRootTask(const GList& list) {
+    const std::vector<GTask*> roots = list.orderedRootTasks();
+    return roots.empty() ? nullptr : roots.back();
+}
+
 }  // namespace corvane

@@ -27,4 +27,7 @@ GList& defaultListOf(GUser& account);
 /// The default list of the default account; both are made where there is none yet.
 GList& listForNewTasks(ManagedObjectContext& context);
 
+/// The last root task, behind which another one stands at the end of its list; null in an empty list.
+GTask* lastRootTask(const GList& list);
+
 }  // namespace corvane
