@@ -40,7 +40,7 @@ QString spokenText(const WidgetRow& row, const GTask& task) {
 
 }  // namespace
 
-void fitCell(TaskTableViewCell& cell, const QtTextMeasuring& measuring) {
+void placeOutlets(TaskTableViewCell& cell, const QtTextMeasuring& measuring) {
     const Font titleFont = measuring.fonts().title();
     const Font detailsFont = measuring.fonts().details();
     const double title = measuring.sizeOfText(u"X", titleFont).height;
@@ -60,7 +60,6 @@ void fitCell(TaskTableViewCell& cell, const QtTextMeasuring& measuring) {
     center(cell.repeatImageView, second + details / 2);
     cell.alertImageView.frame.x = kBulletX + cell.taskBulletImageView.frame.width + 7;
     cell.setNeedsLayout();
-    cell.layoutIfNeeded();
 }
 
 RowContent contentOfRow(const TaskTableViewCell& cell, const WidgetRow& row, const GTask& task) {

@@ -34,8 +34,9 @@ struct RowContent {
     bool operator==(const RowContent&) const = default;
 };
 
-/// Gives a cell the fonts and the vertical places that the fonts ask for, and lays it out.
-void fitCell(TaskTableViewCell& cell, const QtTextMeasuring& measuring);
+/// Gives a cell the fonts and the vertical places that the fonts ask for; it is laid out when it is next
+/// asked.
+void placeOutlets(TaskTableViewCell& cell, const QtTextMeasuring& measuring);
 
 /// @param cell, row  as they show the task
 RowContent contentOfRow(const TaskTableViewCell& cell, const WidgetRow& row, const GTask& task);

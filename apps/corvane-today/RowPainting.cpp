@@ -70,10 +70,18 @@ class RowPainter {
         return bullet;
     }
 
+    // Images point to where a line goes on.
     void drawImage(const ImageView& view, const QColor& fallback) {
         if (view.isHidden || !view.image) return;
-        drawTemplateImage(painter_, placed(view.frame), view.image->name,
+        const QRectF place = placed(view.frame);
+        painter_.save();
+        if (isRightToLeft()) {
+            painter_.translate(2 * place.center().x(), 0);
+            painter_.scale(-1, 1);
+        }
+        drawTemplateImage(painter_, place, view.image->name,
                           look_.palette.readable(view.tintColor, fallback));
+        painter_.restore();
     }
 
     void drawTitle(const Label& label) {

@@ -1,5 +1,6 @@
 #include "apps/corvane-today/TemplateImages.h"
 
+#include <cmath>
 #include <map>
 #include <memory>
 
@@ -54,7 +55,8 @@ class TemplateIconEngine final : public QIconEngine {
 void drawTemplateImage(QPainter& painter, const QRectF& place, const std::string& name, const QColor& tint) {
     QSvgRenderer* renderer = rendererOf(name);
     if (!renderer || place.isEmpty()) return;
-    const double scale = painter.deviceTransform().m11();  // a picture's own, where it is drawn into one
+    // That of a picture, where a window is drawn into one; negative where it is mirrored.
+    const double scale = std::abs(painter.deviceTransform().m11());
     QImage image((place.size() * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter into(&image);

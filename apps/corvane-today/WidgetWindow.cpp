@@ -1,8 +1,10 @@
 #include "apps/corvane-today/WidgetWindow.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QFontMetricsF>
 #include <QResizeEvent>
@@ -78,6 +80,11 @@ WidgetWindow::WidgetWindow(WidgetHost& host, QtTextMeasuring& measuring, TaskAct
       showAllButton_(new ShowAllButton(look_, this)),
       message_(plainLabel(this)) {
     installRowAccessibility();
+    host.controller().tableView.registerCellFactory(TodayViewController::kTaskCellIdentifier, [this] {
+        auto cell = std::make_unique<TaskTableViewCell>(measuring_);
+        placeOutlets(*cell, measuring_);
+        return cell;
+    });
     setWindowTitle(translated("Corvane Today"));
     list_->setAccessibleName(translated("Tasks due today"));
     settling_.setSingleShot(true);
@@ -129,6 +136,9 @@ void WidgetWindow::updateLook() {
     setTextColor(*footer_,
                  look_.palette.readable(host_.controller().footerLabel.textColor, look_.palette.quietText()));
     setTextColor(*message_, look_.palette.readable(Color::systemRed()));
+    const Qt::Alignment side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+    for (QLabel* label : {footer_, message_})
+        label->setAlignment(side | Qt::AlignAbsolute | Qt::AlignVCenter);
     setMinimumSize(look_.wholePixels(kSmallestContent.width),
                    look_.wholePixels(kSmallestContent.height + WindowHeader::kHeight));
     header_->updateLook();
@@ -168,7 +178,10 @@ RowContent WidgetWindow::contentOf(std::size_t row) {
     constexpr std::size_t kOnlySection = 0;
     TodayViewController& controller = host_.controller();
     auto& cell = static_cast<TaskTableViewCell&>(controller.tableView.cellForRow({kOnlySection, row}));
-    fitCell(cell, measuring_);
+    if (cell.titleLabel.font != measuring_.fonts().title()) {
+        placeOutlets(cell, measuring_);  // made before the desktop's font changed
+        cell.layoutIfNeeded();
+    }
     RowContent content = contentOfRow(cell, host_.snapshot().rows[row], *controller.todayTasks()[row]);
     if (reminderText_) content.reminder = reminderText_(content.taskid);
     return content;
@@ -349,6 +362,11 @@ void WidgetWindow::paintEvent(QPaintEvent* event) {
 
 void WidgetWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationFontChange) {
+        measuring_.setFonts(WidgetFonts(QApplication::font()));
+        updateLook();
+        if (!wantedSize_.isEmpty()) showRefresh();
+    }
     if (event->type() == QEvent::ActivationChange && !isActiveWindow() && isPreview_) {
         Q_EMIT previewWanted(false);
     }
