@@ -63,6 +63,7 @@ QString companionStyleSheet(const WidgetPalette& palette) {
         "QToolButton:focus { border-color: @accent; }"
         "QCheckBox::indicator, QTreeView::indicator { width: 14px; height: 14px; border-radius: 4px;"
         " border: 1px solid @quiet; background: @ground; }"
+        "QCheckBox::indicator { width: 1em; height: 1em; }"
         "QCheckBox::indicator:focus { border-color: @accent; }"
         "QCheckBox::indicator:checked, QTreeView::indicator:checked { border-color: @accent;"
         " background: @accent; image: url(:/corvane/@check.svg); }"

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -37,7 +38,7 @@ CompanionWindow::CompanionWindow(TaskActions& actions) : actions_(actions) {
     layout->addWidget(makeHeader());
     layout->addWidget(pages_, 1);
     layout->addWidget(notices_);
-    resize(spacing(*this, 100), spacing(*this, 86));
+    resize(QSize(spacing(*this, 100), spacing(*this, 86)).boundedTo(screen()->availableSize()));
     addShortcuts();
     connectPages();
     updateStyle();
