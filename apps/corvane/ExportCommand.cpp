@@ -92,7 +92,7 @@ std::string contents(const std::string& file) {
         throw CommandFailure(translated("\"%1$@\" could not be read: %2$@", file, error->message()));
     }
     const auto& bytes = std::get<std::vector<std::uint8_t>>(read);
-    return std::string(bytes.begin(), bytes.end());
+    return {bytes.begin(), bytes.end()};
 }
 
 GUser& accountForImport(GSData& data, const ImportOptions& options) {
@@ -134,7 +134,7 @@ void runImport(Program& program, const ImportOptions& options) {
     if (const auto* problem = std::get_if<std::string>(&result)) {
         throw CommandFailure(translated("\"%1$@\": %2$@", options.file, *problem));
     }
-    const Import& import = std::get<Import>(result);
+    const auto& import = std::get<Import>(result);
     for (const std::string& problem : import.problems) say(problem);
     const std::size_t count = import.taskCount();
     if (!options.dryRun) addToStore(program, import, options);

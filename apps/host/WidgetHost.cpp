@@ -46,7 +46,7 @@ SqliteStore* WidgetHost::store() const {
 
 std::optional<std::string> WidgetHost::problem() const {
     GSData& data = GSData::sharedInstance();
-    if (const auto problem = storeProblem(data)) return problem;
+    if (auto problem = storeProblem(data)) return problem;
     if (!controller_.todayTasks().empty() || !data.launched()) return std::nullopt;
     constexpr std::int64_t kNoRows = 0;
     const auto count =

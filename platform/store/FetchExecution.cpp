@@ -207,7 +207,7 @@ void FetchExecution::groupResult() {
             group->joinedPaths = std::move(joined->joinedPaths);
         }
     }
-    formGroup(std::move(group));
+    formGroup(group);
 }
 
 std::vector<SqlQuery::JoinedPath> FetchExecution::prefetchedPaths(const SqlQuery& query) const {

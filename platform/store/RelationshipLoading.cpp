@@ -94,7 +94,7 @@ void loadSlice(ContextState& context, std::span<ManagedObject* const> owners, Pr
     for (ManagedObject* owner : owners) putMembers(*owner, toMany, relation.epoch, std::move(members[owner]));
     auto group = std::make_shared<LoadGroup>();
     group->objects = std::move(*rows);
-    formGroup(std::move(group));
+    formGroup(group);
 }
 
 }  // namespace

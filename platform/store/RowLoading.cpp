@@ -100,7 +100,7 @@ void keepDistinct(std::vector<std::int64_t>& keys, std::int64_t needed) {
 
 }  // namespace
 
-void formGroup(std::shared_ptr<LoadGroup> group) {
+void formGroup(const std::shared_ptr<LoadGroup>& group) {
     for (std::size_t i = 0; i < group->objects.size(); ++i) {
         ObjectState& state = ObjectState::of(*group->objects[i]);
         state.group = group;
@@ -263,7 +263,7 @@ void loadRows(ContextState& context, const EntityDescription& entity, std::span<
         ManagedObject& object = context.objectWithKey(entity, key);
         if (ObjectState::of(object).readSerial != plan.serial()) markMissing(object);
     }
-    if (!joined) formGroup(std::move(group));
+    if (!joined) formGroup(group);
 }
 
 void loadFault(ManagedObject& fault) {

@@ -27,7 +27,7 @@ struct LoadGroup {
 };
 
 /// Makes the objects one group.
-void formGroup(std::shared_ptr<LoadGroup> group);
+void formGroup(const std::shared_ptr<LoadGroup>& group);
 /// The slice of the object's group that it lies in; empty without a group.
 std::span<ManagedObject* const> neighboursOf(const ObjectState& state);
 
