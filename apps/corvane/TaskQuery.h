@@ -33,9 +33,9 @@ void addTaskQueryOptions(CLI::App& command, TaskQueryOptions& options);
 /// @throws CommandFailure
 std::uint32_t filterFromText(const std::string& text);
 
-/// The fetch that the options ask for. A filter is asked for the account named, else the one of the list, else
-/// the default one; without a filter, every account's tasks are meant. The order is the one given, else the one that the filter or
-/// list remembers.
+/// The fetch that the options ask for. A filter is asked for the account named, else the one of the list,
+/// else the default one; without a filter, every account's tasks are meant. The order is the one given, else
+/// the one that the filter or list remembers.
 /// @throws CommandFailure
 FetchRequest taskRequest(Program& program, const TaskQueryOptions& options);
 

@@ -22,7 +22,8 @@ std::variant<std::vector<std::uint8_t>, std::error_code> contentsOfFile(const st
 [[nodiscard]] std::error_code writeFileAtomically(const std::filesystem::path& file,
                                                   std::span<const std::uint8_t> contents);
 
-/// Brings a file, or the entries of a directory, through to the disk. A rename is there once its directory is.
+/// Brings a file, or the entries of a directory, through to the disk. A rename is there once its directory
+/// is.
 bool synchronise(const std::filesystem::path& path);
 
 }  // namespace corvane
