@@ -11,22 +11,13 @@
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/TaskActions.h"
 #include "apps/corvane-today/TaskWords.h"
+#include "apps/corvane-today/WindowSettings.h"
 #include "apps/host/Places.h"
-#include "model/CorvaneUserDefaults.h"
 #include "model/GSData.h"
 #include "platform/foundation/Localization.h"
 
 namespace corvane {
 namespace {
-
-/// User default of the list that the last task was added to: its object URI.
-constexpr std::string_view kLastListKey = "AddTaskList";
-
-QString lastList() {
-    const std::optional<PropertyList> list = corvaneUserDefaults().objectForKey(kLastListKey);
-    const auto* uri = list ? std::get_if<std::string>(&list->value) : nullptr;
-    return uri ? QString::fromStdString(*uri) : QString();
-}
 
 // Words stay as typed until the task is added.
 bool keepTyped(const QString&) { return false; }
@@ -47,7 +38,7 @@ AddTaskPage::AddTaskPage(TaskActions& actions, QWidget* parent) : QWidget(parent
     add_ = new QPushButton(translated("Add task"), this);
     makeLayout();
     list_->showLists(nullptr);
-    list_->choose(lastList());
+    list_->choose(lastUsedList());
     connect(add_, &QPushButton::clicked, this, &AddTaskPage::add);
     connect(&title_->line(), &QLineEdit::returnPressed, this, &AddTaskPage::add);
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -101,9 +92,9 @@ bool AddTaskPage::add() {
     if (!taskid) return false;
     // Only a convenience: settings that cannot be written are no failure of the task.
     if (const GList* list = TaskActions::taskNamed(*taskid)->list()) {
-        const std::string uri = list->managedObjectContext()->uriRepresentation(*list);
-        (void)corvaneUserDefaults().setObject(kLastListKey, {uri});
-        list_->choose(QString::fromStdString(uri));
+        const QString uri = QString::fromStdString(list->managedObjectContext()->uriRepresentation(*list));
+        rememberUsedList(uri);
+        list_->choose(uri);
     }
     beginAnew();
     Q_EMIT added(QString::fromStdString(*taskid));

@@ -22,6 +22,7 @@ std::filesystem::path settingsDirectory() { return userConfigDirectory() / "corv
 QString settingsFile() { return QString::fromStdString((settingsDirectory() / "today.ini").string()); }
 
 QString alertsKey() { return QStringLiteral("Alerts/enabled"); }
+QString usedListKey() { return QStringLiteral("addTask/list"); }
 
 QString placeKey(const QString& screen) {
     return QStringLiteral("places/") + QString::fromLatin1(screen.toUtf8().toHex());
@@ -82,6 +83,15 @@ bool areAlertsChosen() {
 void chooseAlerts(bool isEnabled) {
     if (!makePrivateFile()) return;
     QSettings(settingsFile(), QSettings::IniFormat).setValue(alertsKey(), isEnabled);
+}
+
+QString lastUsedList() {
+    return QSettings(settingsFile(), QSettings::IniFormat).value(usedListKey()).toString();
+}
+
+void rememberUsedList(const QString& list) {
+    if (lastUsedList() == list || !makePrivateFile()) return;
+    QSettings(settingsFile(), QSettings::IniFormat).setValue(usedListKey(), list);
 }
 
 void keepWindowState(const WindowState& state) {

@@ -34,6 +34,10 @@ std::optional<QPoint> placeOnScreen(const QString& screen);
 bool areAlertsChosen();
 void chooseAlerts(bool isEnabled);
 
+/// The list that the last task was added to, as an object URI; empty before the first one.
+QString lastUsedList();
+void rememberUsedList(const QString& list);
+
 /// Keeps the state, and the place for its screen. A file that cannot be written is left as it is.
 void keepWindowState(const WindowState& state);
 
