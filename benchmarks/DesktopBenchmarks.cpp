@@ -195,6 +195,7 @@ void idleMinute(benchmark::State& state) {
     const Usage before = Usage::of(process);
     for (auto _ : state) pauseFor(std::chrono::seconds(60));
     const Usage after = Usage::of(process);
+    if (waitpid(process, nullptr, WNOHANG) != 0) throw std::runtime_error("the program has ended");
     kill(process, SIGTERM);
     waitpid(process, nullptr, 0);
     state.counters["wake_ups"] = after.wakeUps - before.wakeUps;
