@@ -11,7 +11,9 @@
 
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/ShownText.h"
+#include "apps/host/ProgramStore.h"
 #include "dates/DateTexts.h"
+#include "model/GSData.h"
 #include "model/GTask.h"
 #include "widget/TaskTableViewCell.h"
 #include "widget/WidgetLayout.h"
@@ -159,9 +161,14 @@ void WidgetWindow::showRefresh() {
     header_->show(qtText(stringOfDate(controller.dueDates().now)), controller.addTaskButton,
                   host_.widgetActiveDisplayMode(),
                   host_.widgetLargestAvailableDisplayMode() == DisplayMode::kExpanded);
+    showMessage(storeMessage());
+}
+
+QString WidgetWindow::storeMessage() const {
+    if (isStoreMissing(GSData::sharedInstance())) return translated("There is no task yet. Add one to begin.");
     const auto problem = host_.problem();
-    showMessage(problem ? translated("The task store could not be read: %@", QString::fromStdString(*problem))
-                        : QString());
+    if (!problem) return {};
+    return translated("The task store could not be read: %@", QString::fromStdString(*problem));
 }
 
 void WidgetWindow::showMessage(const QString& message) {

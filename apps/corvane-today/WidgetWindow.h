@@ -100,6 +100,8 @@ class WidgetWindow : public QWidget {
 
     // Rows
     std::vector<Item> items();
+    /// Why there is nothing to show, one line; empty when the store was read.
+    QString storeMessage() const;
     RowContent contentOf(std::size_t row);
     void showRows(const std::vector<Item>& items);
     TaskRow* makeRow();

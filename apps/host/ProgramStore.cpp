@@ -32,13 +32,19 @@ void launchForChanging(GSData& data) {
     launch(data, kCreatesMissingStore);
 }
 
+bool isStoreMissing(const GSData& data) {
+    const std::optional<std::filesystem::path> directory = data.documentsDirectory();
+    if (!data.loadError() || !directory) return false;
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(*directory / kStoreFileName, error);
+    return status.type() == std::filesystem::file_type::not_found;
+}
+
 std::optional<std::string> storeProblem(const GSData& data) {
     if (!data.loadError()) return std::nullopt;
     const std::optional<std::filesystem::path> directory = data.documentsDirectory();
     if (!directory) return localizedUtf8("there is no container folder, and none can be made");
-    std::error_code error;
-    const auto status = std::filesystem::symlink_status(*directory / kStoreFileName, error);
-    if (status.type() != std::filesystem::file_type::not_found) return data.loadError()->message;
+    if (!isStoreMissing(data)) return data.loadError()->message;
     return localizedUtf8("there is no task store in %@ yet; begin with: corvane task add \"My first task\"",
                          {textFromUtf8(directory->string())});
 }

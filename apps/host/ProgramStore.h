@@ -16,6 +16,9 @@ void launchForShowing(GSData& data);
 /// that was launched without a store looks again.
 void launchForChanging(GSData& data);
 
+/// Whether a launched container is without a store because none was made yet.
+bool isStoreMissing(const GSData& data);
+
 /// One line about a launched container without a store; none when the store is there. Where none was made
 /// yet, the line says how to begin.
 std::optional<std::string> storeProblem(const GSData& data);
