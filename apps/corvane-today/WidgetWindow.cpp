@@ -165,7 +165,8 @@ void WidgetWindow::showRefresh() {
 }
 
 QString WidgetWindow::storeMessage() const {
-    if (isStoreMissing(GSData::sharedInstance())) return translated("There is no task yet. Add one to begin.");
+    if (isStoreMissing(GSData::sharedInstance()))
+        return translated("There is no task yet. Add one to begin.");
     const auto problem = host_.problem();
     if (!problem) return {};
     return translated("The task store could not be read: %@", QString::fromStdString(*problem));
