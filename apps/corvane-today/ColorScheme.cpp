@@ -14,9 +14,8 @@ const QString kInterface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString kAppearance = QStringLiteral("org.freedesktop.appearance");
 const QString kKey = QStringLiteral("color-scheme");
 
-// The values of color-scheme: 0 no preference, 1 dark, 2 light.
+// Of color-scheme; 2 is light, 0 no preference, for which numbers of later versions are to be taken.
 constexpr uint kPrefersDark = 1;
-constexpr uint kNoPreference = 0;
 
 // Read answers with a variant in a variant.
 QVariant innermost(QVariant value) {
@@ -56,8 +55,9 @@ void ColorScheme::takeChange(const QString& nameSpace, const QString& key, const
 }
 
 void ColorScheme::takeValue(const QVariant& value) {
-    const uint scheme = innermost(value).toUInt();
-    if (scheme == kNoPreference && !isDesktopDark_) return;
+    bool isNumber = false;
+    const uint scheme = innermost(value).toUInt(&isNumber);
+    if (!isNumber) return;
     update([this, scheme] { isDesktopDark_ = scheme == kPrefersDark; });
 }
 

@@ -46,7 +46,6 @@ class ApplicationTest : public testing::Test {
 
     TemporaryDirectory home_;
     const ProcessVariable config_{"XDG_CONFIG_HOME", home_.path().c_str()};
-    const ProcessVariable noBus_{"DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere"};
     WidgetFixture fixture_;
 };
 

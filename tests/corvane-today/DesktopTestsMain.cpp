@@ -3,10 +3,13 @@
 
 #include <QApplication>
 
+#include "PrivateBus.h"
+
 int main(int argumentCount, char** arguments) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // The session of whoever runs the tests is none of their business.
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+    corvane::PrivateBus session;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", session.address().toUtf8());
     testing::InitGoogleTest(&argumentCount, arguments);
     QApplication application(argumentCount, arguments);
     QApplication::setQuitOnLastWindowClosed(false);

@@ -19,6 +19,7 @@ class PrivateBus {
     PrivateBus();
     ~PrivateBus();
 
+    const QString& address() const { return address_; }
     /// Another connection to the bus at every call.
     QDBusConnection connection();
 
