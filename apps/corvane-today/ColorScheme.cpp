@@ -30,6 +30,7 @@ ColorScheme::ColorScheme(bool isDark, QObject* parent) : QObject(parent), isDesk
 void ColorScheme::follow() {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
+    qRegisterMetaType<QDBusVariant>();  // without its name known, the signal would not be connected
     bus.connect(kService, kPath, kInterface, QStringLiteral("SettingChanged"), this,
                 SLOT(takeChange(QString, QString, QDBusVariant)));
     QDBusMessage read = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Read"));
