@@ -2,9 +2,6 @@
 
 #include <QActionGroup>
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusServiceWatcher>
-#include <QSystemTrayIcon>
 
 #include "apps/corvane-today/Application.h"
 #include "apps/corvane-today/Autostart.h"
@@ -20,17 +17,13 @@ namespace {
 constexpr std::chrono::seconds kTrayQuestionInterval{1};
 constexpr int kMostTrayQuestions = 30;
 
-const QString kTrayService = QStringLiteral("org.kde.StatusNotifierWatcher");
-
-bool isTrayThere() { return QSystemTrayIcon::isSystemTrayAvailable(); }
-
 }  // namespace
 
 DesktopPresence::DesktopPresence(Application& application, ColorScheme& scheme)
     : application_(application), scheme_(scheme) {
     trayPatience_.setInterval(kTrayQuestionInterval);
     connect(&trayPatience_, &QTimer::timeout, this, [this] {
-        if (isTrayThere()) return trayPatience_.stop();
+        if (trayWatch_.isThere()) return trayPatience_.stop();
         if (++trayQuestions_ < kMostTrayQuestions) return;
         trayPatience_.stop();
         showWindow();
@@ -39,6 +32,8 @@ DesktopPresence::DesktopPresence(Application& application, ColorScheme& scheme)
     connect(&window, &WidgetWindow::hideWanted, this, &DesktopPresence::hideWindow);
     connect(&window, &WidgetWindow::closeWanted, this, &DesktopPresence::closeWindow);
     connect(&window, &WidgetWindow::menuOpening, this, &DesktopPresence::fillMenu);
+    connect(&trayWatch_, &TrayWatch::came, this, &DesktopPresence::makeTrayIcon);
+    connect(&trayWatch_, &TrayWatch::went, this, &DesktopPresence::loseTrayIcon);
     connect(&application, &Application::refreshed, this, &DesktopPresence::showCount);
     connect(&window, &WidgetWindow::privacyChanged, this, &DesktopPresence::showCount);
 }
@@ -48,8 +43,8 @@ void DesktopPresence::start(bool standsAlone) {
         connectBus();
         if (!bus_.take() && handOverStart({})) return QApplication::quit();
     }
-    watchTray();
-    makeTrayIcon();
+    trayWatch_.start();
+    showCount();
     scheme_.follow();
 }
 
@@ -62,16 +57,6 @@ void DesktopPresence::connectBus() {
 
 // Tray
 
-void DesktopPresence::watchTray() {
-    auto* watcher = new QDBusServiceWatcher(kTrayService, QDBusConnection::sessionBus(),
-                                            QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &DesktopPresence::makeTrayIcon);
-    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
-        if (application_.window().isHidden()) waitForTray();
-    });
-}
-
-// An icon chooses the kind of tray when it is made: one that was made before its tray never gets there.
 void DesktopPresence::makeTrayIcon() {
     tray_ = std::make_unique<TrayIcon>();
     connect(tray_.get(), &TrayIcon::toggleWanted, this, &DesktopPresence::toggleWindow);
@@ -79,6 +64,11 @@ void DesktopPresence::makeTrayIcon() {
     connect(tray_.get(), &TrayIcon::todayWanted, &application_, &Application::showToday);
     connect(tray_.get(), &TrayIcon::menuOpening, this, &DesktopPresence::fillMenu);
     showCount();
+}
+
+void DesktopPresence::loseTrayIcon() {
+    tray_.reset();
+    if (application_.window().isHidden()) waitForTray();
 }
 
 void DesktopPresence::showCount() {
@@ -93,7 +83,7 @@ void DesktopPresence::showCount() {
 
 void DesktopPresence::waitForTray() {
     trayQuestions_ = 0;
-    if (!isTrayThere()) trayPatience_.start();
+    if (!trayWatch_.isThere()) trayPatience_.start();
 }
 
 // Window
@@ -107,12 +97,14 @@ void DesktopPresence::showWindow() {
 }
 
 void DesktopPresence::hideWindow() {
-    if (tray_ && isTrayThere()) return application_.window().hide();
+    trayWatch_.settle();
+    if (trayWatch_.isThere()) return application_.window().hide();
     application_.window().showMinimized();
 }
 
 void DesktopPresence::closeWindow() {
-    if (tray_ && isTrayThere()) return application_.window().hide();
+    trayWatch_.settle();
+    if (trayWatch_.isThere()) return application_.window().hide();
     application_.window().hide();
     application_.quitWhenUnseen();
 }

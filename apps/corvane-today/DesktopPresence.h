@@ -12,6 +12,7 @@
 #include "apps/corvane-today/ColorScheme.h"
 #include "apps/corvane-today/DesktopBus.h"
 #include "apps/corvane-today/TrayIcon.h"
+#include "apps/corvane-today/TrayWatch.h"
 
 namespace corvane {
 
@@ -41,8 +42,8 @@ class DesktopPresence : public QObject {
 
   private:
     void connectBus();
-    void watchTray();
     void makeTrayIcon();
+    void loseTrayIcon();
     void showCount();
     void addColorChoices(QMenu* menu);
     void addAutostart(QMenu* menu);
@@ -50,6 +51,7 @@ class DesktopPresence : public QObject {
     Application& application_;
     ColorScheme& scheme_;
     DesktopBus bus_;
+    TrayWatch trayWatch_;
     std::unique_ptr<TrayIcon> tray_;
     QTimer trayPatience_;
     int trayQuestions_ = 0;
