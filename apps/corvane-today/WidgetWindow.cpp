@@ -88,6 +88,7 @@ WidgetWindow::WidgetWindow(WidgetHost& host, QtTextMeasuring& measuring, TaskAct
         return cell;
     });
     setWindowTitle(translated("Corvane Today"));
+    setFocus();  // else the first button had it, and took the rows' keys
     list_->setAccessibleName(translated("Tasks due today"));
     settling_.setSingleShot(true);
     settling_.setInterval(kSettlingTime);
@@ -98,6 +99,7 @@ WidgetWindow::WidgetWindow(WidgetHost& host, QtTextMeasuring& measuring, TaskAct
 WidgetWindow::~WidgetWindow() = default;
 
 void WidgetWindow::connectParts() {
+    for (QAbstractButton* button : findChildren<QAbstractButton*>()) button->installEventFilter(this);
     connect(header_, &WindowHeader::addWanted, this, &WidgetWindow::addTask);
     connect(header_, &WindowHeader::modeWanted, this, &WidgetWindow::toggleMode);
     connect(header_, &WindowHeader::menuWanted, this, &WidgetWindow::showMenu);

@@ -165,6 +165,15 @@ void WidgetWindow::keyReleaseEvent(QKeyEvent* event) {
     if (isPreview_) Q_EMIT previewWanted(false);
 }
 
+// A button would take these keys for a way to its neighbour.
+bool WidgetWindow::eventFilter(QObject*, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return false;
+    auto* press = static_cast<QKeyEvent*>(event);
+    if (press->key() != Qt::Key_Up && press->key() != Qt::Key_Down) return false;
+    keyPressEvent(press);
+    return true;
+}
+
 void WidgetWindow::focusUp() {
     const TaskRow* row = focusedRow();
     if (!row) return focusLast();

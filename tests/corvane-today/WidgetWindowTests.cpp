@@ -159,13 +159,15 @@ TEST(WidgetWindow, GoesFromRowToRowByKeys) {
         {Qt::Key_Home, "Milk" },
         {Qt::Key_Tab,  "Bread"},
     };
-    fixture.window.setFocus();
     for (const Step& step : kSteps) {
         fixture.press(step.key);
         EXPECT_EQ(fixture.focusedTitle(), step.focused);
     }
     fixture.press(Qt::Key_Return);
     EXPECT_EQ(fixture.opened, std::vector<std::u16string>{*fixture.host.controller().rowUrl(1)});
+    fixture.window.findChild<QToolButton*>()->setFocus();
+    fixture.press(Qt::Key_Down);
+    EXPECT_EQ(fixture.focusedTitle(), "Milk") << "from a button of the header";
 }
 
 TEST(WidgetWindow, HidesTextsWhenItIsPrivate) {
