@@ -66,6 +66,7 @@ Application::Application(const DesktopOptions& options)
       events_(follower_.fileDescriptor(), QSocketNotifier::Read),
       presence_(*this, scheme_) {
     QApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setApplicationDisplayName(translated("Corvane Today"));
     scheme_.setChoice(state_.palette);
     connectParts();
     useColors();

@@ -165,7 +165,7 @@ void CompanionWindow::updateHeading() {
                                              : textKey("Tasks");
     heading_->setText(translated(heading));
     const QString title = page == task_ ? task_->title() : QString();
-    setWindowTitle(title.isEmpty() ? translated("Corvane Today") : title);
+    setWindowTitle(title.isEmpty() ? heading_->text() : title);
 }
 
 void CompanionWindow::raiseWindow() {

@@ -3,8 +3,10 @@
 #include <QAccessibleWidget>
 #include <QStringList>
 
+#include "apps/corvane-today/CompanionWindow.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/TaskRow.h"
+#include "apps/corvane-today/WidgetWindow.h"
 
 namespace corvane {
 namespace {
@@ -52,10 +54,18 @@ class AccessibleRow final : public QAccessibleWidget {
     TaskRow& row_;
 };
 
+// Qt takes a plain widget for a mere part, even where it is a window.
+bool isOwnWindow(const QObject* object) {
+    return qobject_cast<const WidgetWindow*>(object) || qobject_cast<const CompanionWindow*>(object);
+}
+
 QAccessibleInterface* accessibleOf(const QString& className, QObject* object) {
     Q_UNUSED(className);
     if (auto* row = qobject_cast<TaskRow*>(object)) return new AccessibleRow(*row);
     if (auto* list = qobject_cast<TaskList*>(object)) return new QAccessibleWidget(list, QAccessible::List);
+    if (isOwnWindow(object)) {
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window);
+    }
     return nullptr;
 }
 

@@ -9,8 +9,10 @@ namespace {
 // More than any window is wide; laying out a text takes time by its length.
 constexpr std::size_t kLongestLine = 1500;
 constexpr std::size_t kLongestToolTip = 3000;
+constexpr qsizetype kLongestUnformatted = 500;
 constexpr QChar kReplacement(0xFFFD);
 constexpr QChar kEllipsis(0x2026);
+constexpr QChar kWordJoiner(0x2060);
 
 QString harmless(std::u16string_view text) {
     QString shown = qtText(text);
@@ -47,6 +49,14 @@ QString shownToolTip(std::u16string_view title, std::u16string_view notes) {
         text += QStringLiteral("\n") + beginning(notes, kLongestToolTip).toHtmlEscaped();
     }
     return text + QStringLiteral("</div>");
+}
+
+QString shownUnformatted(const QString& text) {
+    QString shown = text;
+    if (text.size() > kLongestUnformatted) shown = text.left(kLongestUnformatted) + kEllipsis;
+    // It takes no room, and what begins with it is no name of a tag or an entity.
+    for (const QChar mark : {QChar(u'<'), QChar(u'&')}) shown.replace(mark, QString(mark) + kWordJoiner);
+    return shown;
 }
 
 }  // namespace corvane

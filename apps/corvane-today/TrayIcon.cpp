@@ -4,6 +4,7 @@
 #include <QPixmap>
 
 #include "apps/corvane-today/QtText.h"
+#include "apps/corvane-today/ShownText.h"
 #include "apps/corvane-today/TemplateImages.h"
 
 namespace corvane {
@@ -64,7 +65,7 @@ TrayIcon::TrayIcon(QObject* parent) : QObject(parent) {
 
 void TrayIcon::showCount(std::size_t count, const QString& sentence) {
     icon_.setIcon(trayIconOf(count));
-    icon_.setToolTip(sentence);
+    icon_.setToolTip(shownUnformatted(sentence));
 }
 
 void TrayIcon::fillMenu() {

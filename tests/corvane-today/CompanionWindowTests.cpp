@@ -49,7 +49,7 @@ TEST(CompanionWindow, SaysThatATaskIsUnknown) {
           "x-coredata://6F2B1C7E-3A0D-4E57-9C1B-5D0A8E4F7B21/GTask/p1" + std::string()}) {
         answerHandOver(taskUrl(taskid), fixture.window);
         EXPECT_EQ(fixture.problem(), "This task is not in the store. It may have been deleted.");
-        EXPECT_EQ(fixture.windowTitle(), "Corvane Today");
+        EXPECT_EQ(fixture.windowTitle(), "Task");
     }
 }
 
@@ -109,10 +109,10 @@ TEST(CompanionWindow, HidesTasksWhileItIsPrivate) {
     GTask& task = fixture.addTask(u"Secret");
     fixture.showTask(task);
     fixture.window.setPrivate(true);
-    EXPECT_EQ(fixture.windowTitle(), "Corvane Today");
+    EXPECT_EQ(fixture.windowTitle(), "Tasks");
     fixture.showTask(task);
     fixture.window.showToday();
-    EXPECT_EQ(fixture.windowTitle(), "Corvane Today");
+    EXPECT_EQ(fixture.windowTitle(), "Tasks");
     EXPECT_FALSE(fixture.window.taskPage().isVisible());
     EXPECT_FALSE(fixture.window.todayPage().isVisible());
     fixture.window.setPrivate(false);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QTextDocument>
+
 #include "apps/corvane-today/ShownText.h"
 #include "apps/corvane-today/WidgetPalette.h"
 
@@ -67,6 +69,10 @@ TEST(ShownText, ShowsControlsAndMarkupHarmlessly) {
     const QString tip = shownToolTip(u"<b>x</b>", u"one & two\nthree");
     EXPECT_TRUE(tip.contains(QLatin1String("&lt;b&gt;x&lt;/b&gt;")));
     EXPECT_TRUE(tip.contains(QLatin1String("one &amp; two\nthree")));
+    for (const char* text : {"3 tasks: <b>x</b>", "&lt;i", "<img src='file:///x'>"}) {
+        ASSERT_TRUE(Qt::mightBeRichText(QString::fromLatin1(text)));
+        EXPECT_FALSE(Qt::mightBeRichText(shownUnformatted(QString::fromLatin1(text)))) << text;
+    }
 }
 
 }  // namespace

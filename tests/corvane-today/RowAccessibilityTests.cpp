@@ -5,6 +5,7 @@
 #include <QAccessibleActionInterface>
 
 #include "WindowFixture.h"
+#include "apps/corvane-today/CompanionWindow.h"
 
 namespace corvane {
 namespace {
@@ -48,6 +49,12 @@ TEST_F(RowAccessibility, OffersWhatCanBeDoneWithARow) {
     EXPECT_EQ(actions->actionNames(), QStringList{QStringLiteral("Undo")});
     actions->doAction(QStringLiteral("Undo"));
     EXPECT_TRUE(waitUntil([this] { return fixture_.titles() == "Milk Bread"; }));
+}
+
+TEST_F(RowAccessibility, TellsOfTheWindowAsAWindow) {
+    EXPECT_EQ(accessible(fixture_.window).role(), QAccessible::Window);
+    CompanionWindow companion(fixture_.actions);
+    EXPECT_EQ(accessible(companion).role(), QAccessible::Window);
 }
 
 TEST_F(RowAccessibility, MovesATaskToTomorrow) {

@@ -97,7 +97,7 @@ TEST(TodayPage, OpensATaskByKeyAndComesBack) {
     QTest::keyClick(&fixture.list(), Qt::Key_Return);
     EXPECT_EQ(fixture.windowTitle(), "Bread");
     QTest::keyClick(&fixture.window, Qt::Key_Escape);
-    EXPECT_EQ(fixture.windowTitle(), "Corvane Today");
+    EXPECT_EQ(fixture.windowTitle(), "Tasks");
     EXPECT_EQ(fixture.currentTitle(), "Bread");
     const QPoint first = fixture.list().visualRect(fixture.list().model()->index(0, 0)).center();
     QTest::mouseClick(fixture.list().viewport(), Qt::LeftButton, {}, first);
