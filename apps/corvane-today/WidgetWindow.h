@@ -51,6 +51,7 @@ class WidgetWindow : public QWidget {
     /// Private: titles and notes of tasks are hidden.
     bool isPrivate() const { return look_.isPrivate; }
     void setPrivate(bool isPrivate);
+    void setMode(DisplayMode mode);
     void setColors(const WidgetPalette& palette);
 
     /// The rows in sight, from the top.
@@ -137,6 +138,7 @@ class WidgetWindow : public QWidget {
     void focusLast();
     void openFocused();
     void completeFocused();
+    void showFocusedMenu();
     void addTask();
     void undoLast();
     void showAll();

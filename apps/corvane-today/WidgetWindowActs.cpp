@@ -139,6 +139,7 @@ const std::vector<WidgetWindow::Key>& WidgetWindow::keys() {
         {Qt::Key_N,        Qt::ControlModifier, &WidgetWindow::addTask        },
         {Qt::Key_Z,        Qt::ControlModifier, &WidgetWindow::undoLast       },
         {Qt::Key_F5,       Qt::NoModifier,      &WidgetWindow::refreshWanted  },
+        {Qt::Key_F10,      Qt::ShiftModifier,   &WidgetWindow::showFocusedMenu},
         {Qt::Key_M,        Qt::NoModifier,      &WidgetWindow::showAll        },
         {Qt::Key_P,        Qt::NoModifier,      &WidgetWindow::togglePrivate  },
         {Qt::Key_Escape,   Qt::NoModifier,      &WidgetWindow::hideWanted     },
@@ -198,6 +199,11 @@ void WidgetWindow::completeFocused() {
     if (TaskRow* row = focusedRow()) act(*row, RowAct::kCompleted);
 }
 
+// The menu key comes as an event of its own; many keyboards have none.
+void WidgetWindow::showFocusedMenu() {
+    if (TaskRow* row = focusedRow()) showRowMenu(*row, row->mapToGlobal(row->rect().center()));
+}
+
 void WidgetWindow::addTask() { host_.controller().addTaskClicked(); }
 
 void WidgetWindow::undoLast() {
@@ -210,7 +216,11 @@ void WidgetWindow::togglePrivate() { setPrivate(!isPrivate()); }
 
 void WidgetWindow::toggleMode() {
     const bool isExpanded = host_.widgetActiveDisplayMode() == DisplayMode::kExpanded;
-    host_.setDisplayMode(isExpanded ? DisplayMode::kCompact : DisplayMode::kExpanded);
+    setMode(isExpanded ? DisplayMode::kCompact : DisplayMode::kExpanded);
+}
+
+void WidgetWindow::setMode(DisplayMode mode) {
+    host_.setDisplayMode(mode);
     showRefresh();
     Q_EMIT arrangementChanged();
 }

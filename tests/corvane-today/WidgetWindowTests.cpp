@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QImage>
+#include <QMenu>
 #include <QTest>
 #include <QToolButton>
 
@@ -139,6 +140,21 @@ TEST(WidgetWindow, KeepsTheFocusOnItsTaskThroughARefresh) {
     fixture.window.showRefresh();
     EXPECT_EQ(fixture.titles(), "First Milk Bread");
     EXPECT_EQ(fixture.focusedTitle(), "Bread");
+}
+
+TEST(WidgetWindow, OffersARowsActsByKey) {
+    WindowFixture fixture;
+    addNamed(fixture, {u"Milk", u"Bread"});
+    fixture.show();
+    fixture.press(Qt::Key_Down);
+    fixture.press(Qt::Key_F10, Qt::ShiftModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    QTest::keyClick(menu, Qt::Key_Up);  // the last entry
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_EQ(fixture.titles(), "(Milk) Bread");
+    fixture.press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(fixture.titles(), "Milk Bread");
 }
 
 TEST(WidgetWindow, GoesFromRowToRowByKeys) {
