@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <clocale>
 #include <cstdio>
 #include <sstream>
 #include <string>
@@ -134,7 +133,7 @@ void addCommandLine(CLI::App& app, Program& program, int argumentCount, const ch
 }
 
 int runCommandLine(int argumentCount, const char* const* arguments) {
-    std::setlocale(LC_ALL, "");  // descriptions are translated before any option is read
+    useLocaleOfUser();  // descriptions are translated before any option is read
     Program program;
     CLI::App app(translated("The today widget and the task store in the terminal."), "corvane");
     addCommandLine(app, program, argumentCount, arguments);

@@ -7,7 +7,7 @@
 #include "apps/corvane/ReadableText.h"
 #include "apps/corvane/TaskImport.h"
 #include "apps/corvane/TerminalText.h"
-#include "dates/Rfc3339.h"
+#include "apps/host/ZonedMoment.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Text.h"
 
@@ -27,33 +27,6 @@ std::u16string textAt(const Json& object, const char* key) {
 bool flagAt(const Json& object, const char* key) {
     const auto found = object.find(key);
     return found != object.end() && found->is_boolean() && found->get<bool>();
-}
-
-struct Moment {
-    Date wallClock;       ///< read as if it were UTC
-    TimeInterval offset;  ///< of the wall clock from UTC
-};
-
-// "Z", "+02:00"; nothing is UTC as well.
-std::optional<TimeInterval> offsetFromText(std::u16string_view text) {
-    if (text.empty()) return TimeInterval::zero();
-    cctz::time_point<cctz::seconds> midnightOfEpoch;
-    if (!cctz::parse("%Ez", utf8FromText(text), cctz::utc_time_zone(), &midnightOfEpoch)) return std::nullopt;
-    return -TimeInterval(midnightOfEpoch.time_since_epoch());
-}
-
-// RFC 3339; fractions of a second are dropped.
-std::optional<Moment> momentFromText(std::u16string_view text) {
-    constexpr std::size_t kUpToTheSecond = 19;
-    const std::u16string_view wallClockText = text.substr(0, kUpToTheSecond);
-    text.remove_prefix(wallClockText.size());
-    if (text.starts_with(u'.')) {
-        text.remove_prefix(std::min(text.find_first_not_of(u"0123456789", 1), text.size()));
-    }
-    const std::optional<Date> wallClock = dateFromRfc3339(std::u16string(wallClockText) + u".000Z");
-    const std::optional<TimeInterval> offset = offsetFromText(text);
-    if (!wallClock || !offset) return std::nullopt;
-    return Moment{*wallClock, *offset};
 }
 
 class TakeoutReader {
@@ -99,14 +72,15 @@ class TakeoutReader {
         task.notes = readableText(textAt(object, "notes"));
         if (const auto due = momentAt(object, "due")) task.dueDate = dayOf(*due);
         task.completed = textAt(object, "status") == u"completed";
+        constexpr TimeInterval kUtc{0};
         const auto completed = task.completed ? momentAt(object, "completed") : std::nullopt;
-        if (completed) task.completedDate = completed->wallClock - completed->offset;
+        if (completed) task.completedDate = completed->date(kUtc);
         return task;
     }
 
-    std::optional<Moment> momentAt(const Json& object, const char* key) {
+    std::optional<ZonedMoment> momentAt(const Json& object, const char* key) {
         const std::u16string text = textAt(object, key);
-        const std::optional<Moment> moment = momentFromText(text);
+        const std::optional<ZonedMoment> moment = zonedMomentFromText(text);
         if (!moment && !text.empty()) {
             constexpr std::size_t kWidth = 40;
             import_.problems.push_back(translated("the date \"%@\" was left out: it cannot be read",
@@ -116,7 +90,7 @@ class TakeoutReader {
     }
 
     // A due date is a day, written as its midnight.
-    static Date dayOf(const Moment& due) {
+    static Date dayOf(const ZonedMoment& due) {
         const Calendar utc(cctz::utc_time_zone(), kSunday);
         return Calendar::current().startOfDay(utc.civilDay(due.wallClock));
     }

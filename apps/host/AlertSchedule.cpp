@@ -11,7 +11,8 @@ constexpr const char* kBegunAtKey = "begunAt";
 constexpr const char* kCheckedUntilKey = "checkedUntil";
 constexpr const char* kGivenKey = "given";
 
-constexpr TimeInterval kLongestDelay{24 * 60 * 60};
+// How long a given alert is remembered: a clock that is set back by more gives it again.
+constexpr TimeInterval kRemembered{24 * 60 * 60};
 constexpr TimeInterval kLookBack{10 * 60};
 
 constexpr const char16_t* kAlertsAfter =
@@ -59,12 +60,11 @@ std::vector<GTask*> AlertSchedule::take(ManagedObjectContext& context, Date now)
     begunAt_ = std::min(begunAt_, now);
     const Date checked = std::min(checkedUntil_, now);
     checkedUntil_ = now;
-    const Date after = std::max({begunAt_, checked - kLookBack, now - kLongestDelay});
+    const Date after = std::max(begunAt_, checked - kLookBack);
     std::vector<GTask*> tasks = tasksWithAlertsBetween(context, after, now);
     std::erase_if(tasks, [this](const GTask* task) { return isGiven(*task); });
     for (const GTask* task : tasks) given_[uriOf(*task)] = task->alertDate().value_or(now);
-    std::erase_if(given_,
-                  [now](const auto& entry) { return entry.second < now - kLongestDelay - kLookBack; });
+    std::erase_if(given_, [now](const auto& entry) { return entry.second < now - kRemembered; });
     // A run that ends is taken up from what was last written down.
     if (!tasks.empty() || !savedUntil_ || now < *savedUntil_ || now - *savedUntil_ > kLookBack) save();
     return tasks;

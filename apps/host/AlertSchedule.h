@@ -1,8 +1,8 @@
 // When tasks give their alerts: each once a task and moment, also across restarts of the program.
 //
 // Tasks that are live, named, open and in a live list give an alert while they are due at all. What came due
-// while no program ran or the machine slept is given late, unless it is older than a day. What was set before
-// the first run, and what somebody sets into the past, is not given; only the last ten minutes are looked at
+// while no program ran or the machine slept is given late, however long that was. What was set before the
+// first run, and what somebody sets into the past, is not given; only the last ten minutes are looked at
 // again, for changes that arrive late. When the clock is set back, alerts that were given are not repeated.
 #pragma once
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "apps/host/WeekdayWords.h"
-#include "dates/Rfc3339.h"
+#include "apps/host/ZonedMoment.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Environment.h"
 #include "platform/foundation/Locale.h"
@@ -214,6 +214,13 @@ std::optional<DateFromWords> dateFromDayAndTime(std::u16string_view text) {
     return std::nullopt;
 }
 
+// A time without a zone is the user's own and is read as other words are.
+std::optional<Date> dateOfZonedMoment(std::u16string_view text) {
+    const std::optional<ZonedMoment> moment = zonedMomentFromText(text);
+    if (!moment || !moment->offset) return std::nullopt;
+    return moment->date(*moment->offset);
+}
+
 }  // namespace
 
 std::u16string foldedWords(std::u16string_view text) {
@@ -245,7 +252,7 @@ std::optional<TimeOfDay> timeOfDayFromWords(std::u16string_view text) {
 std::variant<DateFromWords, std::string> dateFromWords(std::u16string_view text) {
     const std::u16string_view typed = trimmed(text);
     if (typed.empty()) return localizedUtf8("a date is missing");
-    if (const std::optional<Date> date = dateFromRfc3339(typed)) return DateFromWords{*date, true};
+    if (const std::optional<Date> date = dateOfZonedMoment(typed)) return DateFromWords{*date, true};
     if (const std::optional<Day> day = dayFromText(typed)) return dateOfDay(*day, std::nullopt);
     if (const std::optional<DateFromWords> date = dateFromDayAndTime(typed)) return *date;
     if (const std::optional<TimeOfDay> time = timeOfDayFromWords(typed)) return dateOfDay(today(), time);

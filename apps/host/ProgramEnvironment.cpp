@@ -19,8 +19,13 @@ std::optional<Date> clockFromText(const std::string& text) {
 
 }  // namespace
 
-std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options) {
+void useLocaleOfUser() {
     std::setlocale(LC_ALL, "");
+    std::setlocale(LC_NUMERIC, "C");
+}
+
+std::optional<std::string> setUpProgramEnvironment(const ProgramOptions& options) {
+    useLocaleOfUser();
     load();
     Environment& environment = Environment::current();
     environment.documentsDirectory = Environment::defaultDocumentsDirectory();

@@ -12,6 +12,9 @@ struct ProgramOptions {
     std::string now;                  ///< RFC 3339 text that stands in for the clock; empty: the clock
 };
 
+/// Makes the user's locale that of the process. Numbers on the command line keep the point, as in scripts.
+void useLocaleOfUser();
+
 /// Puts the options in force: locale of the process, container, clock. A container that cannot be had leaves
 /// the environment without one; a missing one is not made.
 ///

@@ -93,7 +93,7 @@ TEST_F(AlertScheduleTest, GivesLateWhatCameDueWhileNothingRan) {
         EXPECT_EQ(given(schedule, "2024-03-05 12:00"), "");
     }
     AlertSchedule schedule("A", at("2024-03-05 12:00"));
-    EXPECT_EQ(given(schedule, "2024-03-07 12:00"), "yesterday");
+    EXPECT_EQ(given(schedule, "2024-03-07 12:00"), "twoDaysAgo yesterday");
 }
 
 TEST_F(AlertScheduleTest, LooksBackForChangesThatArriveLateButNotFar) {
