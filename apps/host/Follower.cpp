@@ -83,6 +83,11 @@ void Follower::refresh() {
     if (pollsStore()) armPause(duration_cast<Clock::duration>(StoreWatcher::kPollInterval));
 }
 
+// A directory that has lost its store may go as well, and come again, without any event.
+bool Follower::pollsStore() const {
+    return !storeWatcher_ || !storeWatcher_->fileDescriptor() || !host_.store();
+}
+
 // The file may lie in a directory that is not there yet.
 void Follower::watchStore() {
     storeWatcher_.reset();

@@ -2,7 +2,7 @@
 // a due time has come, somebody set the clock or changed the time zone, the machine has woken up.
 //
 // Nothing runs between them. One connection stays open meanwhile; the store's directory is watched, and only
-// where that cannot be had the store is asked every few seconds.
+// where that cannot be had, or there is no store, the file is asked for every few seconds.
 #pragma once
 
 #include <chrono>
@@ -43,7 +43,7 @@ class Follower {
     void startPause(Clock::duration longest);
     void armPause(Clock::duration duration);
     bool isPauseOver();
-    bool pollsStore() const { return !storeWatcher_ || !storeWatcher_->fileDescriptor(); }
+    bool pollsStore() const;
     bool hasStoreChanged();
 
     WidgetHost& host_;

@@ -1,6 +1,7 @@
 #include "platform/store/StoreWatcher.h"
 
 #include <sys/inotify.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstddef>
@@ -28,15 +29,24 @@ StoreWatcher::StoreWatcher(const std::filesystem::path& storeFile)
     if (inotify_ < 0) return;
     const std::filesystem::path file = resolved(storeFile);
     name_ = file.filename().string();
-    isWatching_ = inotify_add_watch(inotify_, file.parent_path().c_str(), kEvents) >= 0;
+    directory_ = file.parent_path();
+    identity_ = identityOf(directory_);
+    isWatching_ = inotify_add_watch(inotify_, directory_.c_str(), kEvents) >= 0;
 }
 
 StoreWatcher::~StoreWatcher() {
     if (inotify_ >= 0) close(inotify_);
 }
 
+StoreWatcher::DirectoryIdentity StoreWatcher::identityOf(const std::filesystem::path& directory) {
+    struct stat status {};
+    if (stat(directory.c_str(), &status) != 0) return {};
+    return {status.st_dev, status.st_ino};
+}
+
+// A removed directory gives no event of its own while a file in it is still open, as the store's may be.
 std::optional<int> StoreWatcher::fileDescriptor() const {
-    return isWatching_ ? std::optional(inotify_) : std::nullopt;
+    return isWatching_ && identityOf(directory_) == identity_ ? std::optional(inotify_) : std::nullopt;
 }
 
 bool StoreWatcher::readEvents() {

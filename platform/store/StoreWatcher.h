@@ -4,6 +4,7 @@
 // of the shared-memory file are ignored. Where inotify cannot be had, the host asks every few seconds.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -27,7 +28,7 @@ class StoreWatcher {
     StoreWatcher& operator=(const StoreWatcher&) = delete;
 
     /// Readable when something happened in the directory; none when events cannot be had, or no longer
-    /// because the directory is gone.
+    /// because the directory is gone or another one has taken its name.
     std::optional<int> fileDescriptor() const;
 
     /// Takes the waiting events. @return whether one of them may be a commit, or the store file was replaced;
@@ -35,10 +36,18 @@ class StoreWatcher {
     bool readEvents();
 
   private:
+    struct DirectoryIdentity {
+        std::uint64_t device = 0;
+        std::uint64_t inode = 0;
+        bool operator==(const DirectoryIdentity&) const = default;
+    };
+    static DirectoryIdentity identityOf(const std::filesystem::path& directory);
     bool concernsStore(std::string_view name) const;
 
     int inotify_ = -1;
     bool isWatching_ = false;
+    std::filesystem::path directory_;
+    DirectoryIdentity identity_;
     std::string name_;
 };
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "WidgetFixture.h"
+#include "apps/host/DemoContent.h"
 
 namespace corvane {
 namespace {
@@ -42,6 +43,31 @@ TEST(Follower, FindsAStoreThatComesLater) {
     follower.refresh();
     EXPECT_EQ(host.problem(), std::nullopt);
     EXPECT_FALSE(follower.takeEvents()) << "its own reading is no event";
+}
+
+TEST(Follower, FollowsAContainerThatIsRemovedAndMadeAgain) {
+    WidgetFixture widget;
+    widget.save();
+    const std::filesystem::path container = widget.environment.containerDirectory();
+    WidgetHost host;
+    Follower follower(host);
+    follower.refresh();
+    ASSERT_EQ(host.problem(), std::nullopt);
+
+    std::filesystem::remove_all(container);
+    std::filesystem::create_directory(container);
+    GSData other;
+    other.launch();
+    ASSERT_TRUE(waitForRefresh(follower));
+    follower.refresh();
+    ASSERT_EQ(host.problem(), std::nullopt);
+    ASSERT_EQ(host.snapshot().dueCount, 0u);
+
+    addDemonstration(other.viewContext());
+    ASSERT_EQ(other.viewContext().save(), std::nullopt);
+    ASSERT_TRUE(waitForRefresh(follower));
+    follower.refresh();
+    EXPECT_GT(host.snapshot().dueCount, 0u);
 }
 
 TEST(Follower, WakesWhenTheNextDueTimeHasCome) {

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 
+#include <fstream>
+
 #include "StoreTestFixture.h"
 #include "support/FileBytes.h"
 
@@ -87,6 +89,19 @@ TEST_F(WatcherTest, HasNothingToSayWithoutItsDirectory) {
     EXPECT_TRUE(watcher.readEvents());
     EXPECT_FALSE(watcher.fileDescriptor());
     EXPECT_FALSE(watcher.readEvents());
+}
+
+TEST_F(WatcherTest, TellsADirectoryFromAnotherOfItsName) {
+    const fs::path inner = directory.path() / "inner";
+    fs::create_directory(inner);
+    std::ofstream open(inner / "Plorix.sqlite");  // keeps the removed directory from being gone
+    StoreWatcher watcher(inner / "Plorix.sqlite");
+    ASSERT_TRUE(watcher.fileDescriptor());
+    fs::remove_all(inner);
+    EXPECT_TRUE(watcher.readEvents());
+    EXPECT_FALSE(watcher.fileDescriptor());
+    fs::create_directory(inner);
+    EXPECT_FALSE(watcher.fileDescriptor());
 }
 
 }  // namespace
