@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include <CLI/CLI.hpp>
 
@@ -20,6 +21,7 @@
 #include "apps/corvane/TodayWaybar.h"
 #include "apps/corvane/WidgetOptions.h"
 #include "apps/host/Follower.h"
+#include "apps/host/ProgramStore.h"
 #include "apps/host/WidgetHost.h"
 
 namespace corvane {
@@ -53,20 +55,20 @@ class TodayDisplay {
 
     void showOnce() {
         host_.refresh();
+        problem_ = host_.problem();
         print(output().text);
         program_.flush();
-        if (const auto problem = host_.problem()) throw CommandFailure(*problem);
+        if (problem_) throw CommandFailure(*problem_);
     }
 
     void follow() {
         Follower follower(host_);
         follower.refresh();
-        if (const auto problem = host_.problem()) say(*problem);
-        printWhenDifferent();
+        showChanges();
         while (!program_.readerHasGone() && waitFor(follower)) {
             if (!follower.takeEvents()) continue;
             follower.refresh();
-            printWhenDifferent();
+            showChanges();
         }
     }
 
@@ -78,12 +80,12 @@ class TodayDisplay {
         const WidgetSnapshot& widget = host_.snapshot();
         if (options_.format == "json") return jsonOutput(widget);
         const std::string text = isText() ? drawnWidget(widget) : barLine(widget);
-        return {text, text};
+        return {text, text + problem_.value_or("")};
     }
 
     Output jsonOutput(const WidgetSnapshot& widget) const {
         TodayFacts facts{host_.controller().dueDates().now, host_.validUntil(), host_.overdueCount(),
-                         host_.problem()};
+                         problem_};
         Output result;
         result.text = todayJson(widget, facts);
         facts.now = Date();
@@ -91,9 +93,12 @@ class TodayDisplay {
         return result;
     }
 
+    // A store that was not made yet holds no task; one that cannot be read may hold many.
     std::string barLine(const WidgetSnapshot& widget) const {
         const BarOptions bar{options_.maxWidth, options_.hideEmpty};
         const bool isWaybar = options_.format == "waybar";
+        if (problem_ && !isStoreMissing(GSData::sharedInstance()))
+            return (isWaybar ? waybarOfProblem : lineOfProblem)(*problem_);
         return (isWaybar ? todayWaybar : todayLine)(widget, host_.overdueCount(), bar);
     }
 
@@ -111,6 +116,13 @@ class TodayDisplay {
         if (isData()) return program_.printData(text);
         if (isText()) return program_.print(text);
         program_.printLine(text);
+    }
+
+    // The problem comes last: on a terminal the drawing would take it away.
+    void showChanges() {
+        const auto before = std::exchange(problem_, host_.problem());
+        printWhenDifferent();
+        if (problem_ && problem_ != before) say(*problem_);
     }
 
     // On a terminal the drawing stays where it is, like a window.
@@ -138,6 +150,7 @@ class TodayDisplay {
     Program& program_;
     const TodayOptions& options_;
     WidgetHost host_;
+    std::optional<std::string> problem_;  ///< of the last refresh
     std::optional<std::string> printedContent_;
 };
 

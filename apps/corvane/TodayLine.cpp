@@ -40,4 +40,8 @@ std::string todayLine(const WidgetSnapshot& widget, std::size_t overdueCount, co
     return withoutBarCommands(utf8FromText(widgetSentence(shown, overdueCount)));
 }
 
+std::string lineOfProblem(std::string_view problem) {
+    return withoutBarCommands(utf8FromText(terminalText(textFromUtf8(problem))));
+}
+
 }  // namespace corvane

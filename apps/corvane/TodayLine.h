@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "widget/WidgetSnapshot.h"
 
@@ -20,5 +21,8 @@ WidgetSnapshot widgetForBar(WidgetSnapshot widget, std::optional<std::size_t> ti
 /// One sentence for people, UTF-8. Titles are whole unless the options say otherwise; "%{" in one comes
 /// apart, as that begins a command of Polybar.
 std::string todayLine(const WidgetSnapshot& widget, std::size_t overdueCount, const BarOptions& options);
+
+/// The problem of a store that cannot be read, as harmless as the widget's line.
+std::string lineOfProblem(std::string_view problem);
 
 }  // namespace corvane

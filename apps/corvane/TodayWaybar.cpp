@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "apps/corvane/TerminalText.h"
 #include "apps/host/Sentence.h"
 #include "platform/foundation/Localization.h"
 #include "platform/foundation/Text.h"
@@ -48,6 +49,17 @@ std::string todayWaybar(const WidgetSnapshot& widget, std::size_t overdueCount, 
         {"alt",     state                                    },
         {"tooltip", tooltip(shown,                             overdueCount)},
         {"class",         state                                           },
+    };
+    return object.dump();
+}
+
+std::string waybarOfProblem(std::string_view problem) {
+    const std::string tooltip = pangoEscaped(terminalText(textFromUtf8(problem)));
+    const nlohmann::ordered_json object = {
+        {"text",    "!"    },
+        {"alt",     "error"},
+        {"tooltip", tooltip},
+        {"class",   "error"},
     };
     return object.dump();
 }

@@ -6,6 +6,7 @@
 
 #include "CorvaneProcess.h"
 #include "WidgetFixture.h"
+#include "support/FileBytes.h"
 
 namespace corvane {
 namespace {
@@ -54,6 +55,21 @@ TEST_F(FollowProcess, WaitsForAStoreThatIsNotThereYet) {
     process.signal(SIGTERM);
     process.waitForEnd();
     EXPECT_NE(process.errors().find("corvane: there is no task store"), std::string::npos);
+}
+
+TEST_F(FollowProcess, TellsOfAStoreThatBreaks) {
+    widget_.save();
+    CorvaneProcess process(arguments("line"));
+    EXPECT_EQ(process.readLine(), "No more tasks for today.");
+    const auto file = widget_.environment.containerDirectory() / kStoreFileName;
+    const auto other = widget_.environment.containerDirectory() / "other";
+    writeFileBytes(other, "SQLite format 3");
+    std::filesystem::rename(other, file);
+    const std::string problem = "The file " + file.string() + " is no task store.";
+    EXPECT_EQ(process.readLine(), problem);
+    process.signal(SIGTERM);
+    process.waitForEnd();
+    EXPECT_EQ(process.errors(), "corvane: " + problem + "\n");
 }
 
 TEST_F(FollowProcess, EndsQuietlyWhenItsReaderGoesAwayWhileIdle) {

@@ -132,6 +132,11 @@ TEST_F(TodayProcess, SaysWhyThereIsNothingToShow) {
     EXPECT_EQ(broken.errors, "corvane: The file " + (container() / "broken" / kStoreFileName).string() +
                                  " is no task store.\n");
     EXPECT_EQ(broken.exitCode, 1);
+    const CorvaneAt brokenStore(container() / "broken");
+    EXPECT_EQ(brokenStore.run({"today", "--format", "line"}).output, broken.errors.substr(9));
+    EXPECT_EQ(brokenStore.run({"today", "--format", "waybar", "--hide-empty"}).output,
+              R"({"text":"!","alt":"error","tooltip":")" +
+                  broken.errors.substr(9, broken.errors.size() - 10) + "\",\"class\":\"error\"}\n");
     EXPECT_EQ(fileBytes(container() / "broken" / kStoreFileName), "SQLite format 3");
 
     const ProcessResult file = CorvaneAt(storeFile()).run({"today"});

@@ -29,6 +29,8 @@ TEST(TodayWaybar, MarkupInATitleIsText) {
     const std::string bar = todayWaybar(widgetOf({rowOf(u"<span>\x1B\n\x01&\xDC00\u202E")}), 0, {});
     EXPECT_NE(bar.find("\"text\":\"1 &lt;span&gt;␛␊␁&amp;\uFFFD\uFFFD\""), std::string::npos) << bar;
     EXPECT_EQ(bar.find("<span>"), std::string::npos);
+    EXPECT_EQ(waybarOfProblem("<b>\n"),
+              R"({"text":"!","alt":"error","tooltip":"&lt;b&gt;␊","class":"error"})");
 }
 
 TEST(TodayWaybar, TitlesAreCutAfterTheirMarkupIsSafe) {
