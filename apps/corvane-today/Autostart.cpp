@@ -69,7 +69,8 @@ std::optional<std::string> setAutostarted(bool isAutostarted) {
         return localizedUtf8("the folder %@ cannot be made", {textFromUtf8(file.parent_path().string())});
     }
     const std::string text = entryText();
-    error = writeFileAtomically(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+    error = writeFileAtomically(file, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
+                                FileAccess::kOwnerOnly);
     if (error) return because(textKey("\"%1$@\" could not be written: %2$@"), file, error);
     return std::nullopt;
 }

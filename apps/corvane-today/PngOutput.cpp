@@ -35,7 +35,8 @@ std::optional<std::string> write(const QImage& image, const std::filesystem::pat
         return localizedUtf8("the picture cannot be drawn");
     }
     const auto* begin = reinterpret_cast<const std::uint8_t*>(bytes.constData());
-    const auto error = writeFileAtomically(file, {begin, static_cast<std::size_t>(bytes.size())});
+    const auto error =
+        writeFileAtomically(file, {begin, static_cast<std::size_t>(bytes.size())}, FileAccess::kByUmask);
     if (error) {
         return localizedUtf8("\"%1$@\" could not be written: %2$@",
                              {textFromUtf8(file.string()), textFromUtf8(error.message())});

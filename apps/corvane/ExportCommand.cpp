@@ -24,7 +24,7 @@ namespace {
 struct ExportOptions {
     TaskQueryOptions query;
     std::string title;
-    std::string output;
+    std::optional<std::string> output;
     bool tree = false;
     bool html = false;
     bool page = false;
@@ -55,13 +55,15 @@ std::string_view withoutLastLineFeed(std::string_view text) {
 }
 
 void runExport(Program& program, const ExportOptions& options) {
+    const std::optional<std::string>& file = options.output;
+    if (file && file->empty()) throw CommandFailure(translated("--output takes the name of a file"), kUsage);
     const std::string text = exportedText(program, options);
-    if (options.output.empty() || options.output == "-") return program.printData(withoutLastLineFeed(text));
-    const std::error_code error = writeFileAtomically(
-        options.output, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+    if (!file || file == "-") return program.printData(withoutLastLineFeed(text));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const std::error_code error =
+        writeFileAtomically(*file, std::span(bytes, text.size()), FileAccess::kByUmask);
     if (error)
-        throw CommandFailure(
-            translated("\"%1$@\" could not be written: %2$@", options.output, error.message()));
+        throw CommandFailure(translated("\"%1$@\" could not be written: %2$@", *file, error.message()));
 }
 
 struct ImportOptions {

@@ -59,7 +59,8 @@ void LastListing::remember(const std::vector<std::string>& identifiers) {
     listings[containerKey()] = identifiers;
     const std::string text = listings.dump(-1, ' ', false, Json::error_handler_t::replace);
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    static_cast<void>(writeFileAtomically(listingFile(), std::span(bytes, text.size())));
+    static_cast<void>(
+        writeFileAtomically(listingFile(), std::span(bytes, text.size()), FileAccess::kOwnerOnly));
 }
 
 std::optional<std::string> LastListing::identifier(std::size_t number) const {

@@ -37,7 +37,8 @@ bool StateFile::write(PropertyList::Dictionary entry) const {
     entries.erase(store_);
     while (entries.size() >= kMostStores) entries.erase(entries.begin());
     if (!entry.empty()) entries[store_] = {std::move(entry)};
-    return !writeFileAtomically(stateDirectory() / name_, binaryDataFromPropertyList({std::move(entries)}));
+    return !writeFileAtomically(stateDirectory() / name_, binaryDataFromPropertyList({std::move(entries)}),
+                                FileAccess::kOwnerOnly);
 }
 
 PropertyList stateOfDate(Date date) { return {date.time_since_epoch().count()}; }

@@ -128,7 +128,7 @@ bool UserDefaults::write(std::string_view key, const PropertyList* value) {
     const std::optional<Bytes> after = dataBySettingKey(*bytes, std::string(key), value);
     if (!after || after->size() > kMaximumPropertyListSize) return false;
     stamp_.reset();
-    return !writeFileAtomically(file_, *after);
+    return !writeFileAtomically(file_, *after, FileAccess::kOwnerOnly);
 }
 
 }  // namespace corvane
