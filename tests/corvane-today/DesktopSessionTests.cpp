@@ -156,8 +156,9 @@ TEST_F(SessionTest, ChangesTheWindowsColorsWithTheDesktops) {
 }
 
 TEST_F(SessionTest, IsReachedByItsName) {
+    options_.startsInBackground = true;
     start();
-    application_->window().hide();
+    EXPECT_FALSE(application_->window().isVisible());
     EXPECT_EQ(call("Activate", {QVariantMap()}), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(application_->window().isVisible());
 
