@@ -49,14 +49,20 @@ void printFaults(Program& program, const std::vector<StoreFault>& faults, const 
     }
 }
 
+ManagedObjectContext& readableStore(Program& program) {
+    ManagedObjectContext& context = program.store().viewContext();
+    if (const auto reason = unreadableReason(context)) throw CommandFailure(*reason);
+    return context;
+}
+
 void check(Program& program) {
-    const std::vector<StoreFault> faults = checkStore(program.store().viewContext());
+    const std::vector<StoreFault> faults = checkStore(readableStore(program));
     printFaults(program, faults, translated("The store is sound."));
     if (!faults.empty()) program.exitCode = kFailed;
 }
 
 void repair(Program& program) {
-    ManagedObjectContext& context = program.store().viewContext();
+    ManagedObjectContext& context = readableStore(program);
     const std::vector<StoreFault> mended = repairStore(context);
     program.save();
     printFaults(program, mended, translated("The store is sound; nothing was to mend."));

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <string_view>
 #include <unordered_set>
+#include <variant>
 
 #include "dates/RepeatArithmetic.h"
 #include "model/Accounts.h"
@@ -13,6 +15,9 @@
 #include "model/TaskTree.h"
 #include "platform/foundation/Calendar.h"
 #include "platform/foundation/Localization.h"
+#include "platform/foundation/Text.h"
+#include "platform/store/PersistentContainer.h"
+#include "platform/store/SqliteStore.h"
 #include "queries/ListPositions.h"
 
 namespace corvane {
@@ -277,6 +282,20 @@ Findings wrongOrders(ManagedObjectContext& context) {
     return findings;
 }
 
+// The first thing that SQLite's own check of the file finds; a heading may stand in the line above it.
+std::optional<std::string> damageOfFile(ManagedObjectContext& context) {
+    SqliteStore* store = context.coordinator().store();
+    if (!store) return std::nullopt;
+    auto prepared = store->prepare("PRAGMA quick_check(1)");
+    if (const auto* error = std::get_if<StoreError>(&prepared)) return error->message;
+    auto& statement = std::get<SqliteStatement>(prepared);
+    if (statement.step() != SqliteStatement::Step::kRow) return store->lastError().message;
+    const std::string_view finding = statement.utf8(0);
+    if (finding == "ok") return std::nullopt;
+    const std::string_view line = finding.substr(finding.rfind('\n') + 1);
+    return localizedUtf8("The store's database reports: %@.", {textFromUtf8(line)});
+}
+
 // Each builds on the ones before it: a tree is walked only once its parents are right.
 constexpr Findings (*kChecks[])(ManagedObjectContext&) = {
     listsWithoutAccount, tasksWithoutList,    tasksWithWrongParent,   wrongDueDates, wrongCompletion,
@@ -284,6 +303,17 @@ constexpr Findings (*kChecks[])(ManagedObjectContext&) = {
 };
 
 }  // namespace
+
+std::optional<std::string> unreadableReason(ManagedObjectContext& context) {
+    if (auto damage = damageOfFile(context)) return damage;
+    for (const std::string_view entity : {GUser::kEntityName, GList::kEntityName, GTask::kEntityName}) {
+        FetchRequest request;
+        request.entityName = entity;
+        const auto result = context.executeFetch(request);
+        if (const auto* error = std::get_if<StoreError>(&result)) return error->message;
+    }
+    return std::nullopt;
+}
 
 std::vector<StoreFault> checkStore(ManagedObjectContext& context) {
     std::vector<StoreFault> faults;

@@ -5,6 +5,7 @@
 // wait for synchronisation and are not judged.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,10 @@ struct StoreFault {
     FaultKind kind = FaultKind::kReference;
     std::u16string text;  ///< one sentence without a stop; names as stored, controls included
 };
+
+/// Why the content cannot be judged, in one line: the file itself is damaged, or its rows cannot be read.
+/// None when it can; only then do the operations below tell the truth.
+std::optional<std::string> unreadableReason(ManagedObjectContext& context);
 
 /// The faults in the order of the kinds. Changes nothing.
 std::vector<StoreFault> checkStore(ManagedObjectContext& context);

@@ -1,6 +1,7 @@
 // The commands that ask, export, import and configure, in processes of their own.
 #include "CommandFixture.h"
 #include "platform/foundation/UserDefaults.h"
+#include "support/PlatformStore.h"
 
 namespace corvane {
 namespace {
@@ -84,6 +85,28 @@ TEST_F(QueryProcessTest, ExportIsReadBack) {
     EXPECT_EQ(taken.output, "3 tasks imported.\n") << taken.errors;
     EXPECT_EQ(output({"export", "--list", "copy", "--tree"}).find("❒ Milk\n   Tue, Mar 5\n"), 0u);
     EXPECT_EQ(output({"store", "check"}), "The store is sound.\n");
+}
+
+TEST_F(QueryProcessTest, ExportNeedsAPlaceThatTakesIt) {
+    expectFailure({"export", "--output", ""}, 2, "--output takes the name of a file");
+    expectFailure({"export", "--output", directory_.path().string()}, 1,
+                  "could not be written: Is a directory");
+}
+
+TEST_F(QueryProcessTest, ADamagedFileIsNeitherSoundNorRepaired) {
+    std::size_t page = 0;
+    {
+        PlainDatabase database(store(), PlainDatabase::Closing::kLikeSqlite);
+        database.execute("PRAGMA wal_checkpoint(TRUNCATE)");
+        page = static_cast<std::size_t>(
+            database.integer("SELECT rootpage FROM sqlite_master WHERE name = 'ZGTASK'"));
+    }
+    constexpr std::size_t kPageSize = 4096;
+    const std::string damaged = fileBytes(store()).replace((page - 1) * kPageSize, 100, 100, '\0');
+    writeFileBytes(store(), damaged);
+    for (const char* const command : {"check", "repair"})
+        expectFailure({"store", command}, 1, "The store's database reports:");
+    EXPECT_EQ(fileBytes(store()), damaged);
 }
 
 TEST_F(QueryProcessTest, ExportedTreesShowWhatBelongsTogether) {
