@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "apps/host/CountWords.h"
 #include "apps/host/DateWords.h"
 #include "dates/DateTexts.h"
 #include "platform/foundation/Calendar.h"
@@ -28,8 +29,19 @@ constexpr Unit kUnits[] = {
 
 bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 
+std::u16string beforeInWords(const Unit& unit, std::int64_t count) {
+    if (count == 1) return localizedString(unit.one);
+    return stringWithFormat(localizedString(unit.several, count), {count});
+}
+
 // Days and weeks keep the wall-clock time.
-std::optional<Date> dateBefore(Date due, std::u16string_view words) {
+Date dateBefore(Date due, const Unit& unit, std::int64_t count) {
+    const std::int64_t seconds = count * unit.seconds;
+    if (unit.seconds < 86'400) return due - TimeInterval(static_cast<double>(seconds));
+    return Calendar::current().dateByAddingDays(due, -seconds / 86'400);
+}
+
+std::optional<Date> dateBeforeByEnglish(Date due, std::u16string_view words) {
     if (words == u"0" || words == u"at due time" || words == u"due") return due;
     if (words.ends_with(u" before")) words.remove_suffix(7);
     const auto end = static_cast<std::size_t>(std::ranges::find_if_not(words, isDigit) - words.begin());
@@ -42,9 +54,23 @@ std::optional<Date> dateBefore(Date due, std::u16string_view words) {
         return std::ranges::find(candidate.names, name) != std::end(candidate.names);
     });
     if (unit == std::end(kUnits)) return std::nullopt;
-    const std::int64_t seconds = count * unit->seconds;
-    if (unit->seconds < 86'400) return due - TimeInterval(static_cast<double>(seconds));
-    return Calendar::current().dateByAddingDays(due, -seconds / 86'400);
+    return dateBefore(due, *unit, count);
+}
+
+// What alertInWords printed is read back by printing what it may have been.
+std::optional<Date> dateBeforeByTranslation(Date due, std::u16string_view words) {
+    if (words == foldedWords(localizedString("at due time"))) return due;
+    for (const std::int32_t count : countsToTry(words)) {
+        for (const Unit& unit : kUnits) {
+            if (words == foldedWords(beforeInWords(unit, count))) return dateBefore(due, unit, count);
+        }
+    }
+    return std::nullopt;
+}
+
+bool isNone(std::u16string_view words) {
+    return words == u"none" || words == u"never" || words == u"no" || words == u"off" ||
+           words == foldedWords(localizedString("none"));
 }
 
 Date atTimeOfDay(Date day, const TimeOfDay& time) {
@@ -60,9 +86,11 @@ std::variant<std::optional<Date>, std::string> alertFromWords(std::u16string_vie
                                                               std::optional<Date> dueDate) {
     using Alert = std::optional<Date>;
     const std::u16string words = foldedWords(text);
-    if (words == u"none" || words == u"never" || words == u"no" || words == u"off") return Alert();
+    if (isNone(words)) return Alert();
     if (!dueDate) return localizedUtf8("an alert needs a due date");
-    if (const std::optional<Date> before = dateBefore(*dueDate, words)) return Alert(before);
+    for (const auto read : {dateBeforeByEnglish, dateBeforeByTranslation}) {
+        if (const std::optional<Date> before = read(*dueDate, words)) return Alert(before);
+    }
     if (const std::optional<TimeOfDay> time = timeOfDayFromWords(text)) {
         return Alert(atTimeOfDay(*dueDate, *time));
     }
@@ -82,9 +110,7 @@ std::u16string alertInWords(Date alert, std::optional<Date> dueDate) {
     for (const Unit& unit : kUnits) {
         const double count = before / static_cast<double>(unit.seconds);
         if (count < 1 || count > 9'999 || count != std::floor(count)) continue;
-        const auto number = static_cast<std::int64_t>(count);
-        if (number == 1) return localizedString(unit.one);
-        return stringWithFormat(localizedString(unit.several, number), {number});
+        return beforeInWords(unit, static_cast<std::int64_t>(count));
     }
     return stringOfDateTime(alert);
 }

@@ -11,7 +11,7 @@
 namespace corvane {
 
 /// Reads "15m", "2 hours before", "1d", "at due time", "none", a time of day (on the due day) or a date with
-/// a time.
+/// a time; also what alertInWords gives in the user's language.
 ///
 /// @param dueDate  without one there is no alert but "none"
 /// @return the alert's date, none for "none"; or why there is none, one line, UTF-8

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 
+#include "apps/host/CountWords.h"
 #include "apps/host/DateWords.h"
 #include "apps/host/JoinedWords.h"
 #include "apps/host/WeekdayWords.h"
@@ -184,6 +185,11 @@ std::u16string dayKindInWords(std::uint64_t kind) {
     return weekdayName(static_cast<Weekday>(kind), NameLength::kFull);
 }
 
+std::u16string oftenInWords(const UnitWords& unit, std::int32_t interval) {
+    if (interval == 1) return localizedString(unit.one);
+    return stringWithFormat(localizedString(unit.several, interval), {std::int64_t{interval}});
+}
+
 // How often, with the days of the rule behind it.
 std::u16string withDetail(const std::u16string& often, const RepeatRule& rule) {
     if (rule.kind == kRepeatWeekly && !rule.weekdays.empty()) {
@@ -203,11 +209,7 @@ bool isDayKind(std::uint64_t kind) {
     return (kind >= kSunday && kind <= kSaturday) || (kind >= kDayOfMonth && kind <= kWeekendDay);
 }
 
-}  // namespace
-
-Reading repeatFromWords(std::u16string_view text) {
-    const std::vector<std::u16string> all = wordsOf(text);
-    if (all.empty()) return localizedUtf8("a repeat rule is missing");
+Reading ruleByEnglish(Words all) {
     if (all.size() == 1 && (all[0] == u"none" || all[0] == u"never" || all[0] == u"no")) return RepeatRule();
     Words words = all;
     if (words.front() == u"every" || words.front() == u"each") words = words.subspan(1);
@@ -228,15 +230,77 @@ Reading repeatFromWords(std::u16string_view text) {
     return notUnderstood(all);
 }
 
+// Rules that have no weekdays of their own choice and come at one interval.
+std::vector<RepeatRule> rulesToTry(std::int32_t interval) {
+    std::vector<RepeatRule> rules;
+    for (const UnitWords& unit : kUnits) rules.push_back({unit.kind, interval});
+    for (std::uint64_t ordinal = 1; ordinal <= kLastOrdinal; ++ordinal) {
+        for (std::uint64_t kind = kSunday; kind <= kSaturday; ++kind) {
+            rules.push_back({kRepeatMonthly, interval, {}, ordinal, kind});
+        }
+        for (std::uint64_t kind = kDayOfMonth; kind <= kWeekendDay; ++kind) {
+            rules.push_back({kRepeatMonthly, interval, {}, ordinal, kind});
+        }
+    }
+    return rules;
+}
+
+// Names that joinedWords has joined.
+std::vector<std::u16string> namesIn(std::u16string_view joined) {
+    std::u16string names(joined);
+    const std::u16string separator = foldedWords(stringWithFormat(localizedString("%1$@, %2$@"), {u"", u""}));
+    for (auto place = names.find(separator); !separator.empty() && place != names.npos;
+         place = names.find(separator)) {
+        names.replace(place, separator.size(), u" ");
+    }
+    return wordsOf(names);
+}
+
+// The weekdays stand in the place of a mark that no text has.
+std::optional<RepeatRule> weeklyRuleByTranslation(std::u16string_view words, std::int32_t interval) {
+    constexpr char16_t kMark = u'\uFFFC';
+    RepeatRule rule{kRepeatWeekly, interval};
+    const auto* unit = std::ranges::find(kUnits, kRepeatWeekly, &UnitWords::kind);
+    const std::u16string frame = foldedWords(stringWithFormat(
+        localizedString("%1$@ on %2$@"), {oftenInWords(*unit, interval), std::u16string(1, kMark)}));
+    const std::u16string_view before = std::u16string_view(frame).substr(0, frame.find(kMark));
+    const std::u16string_view after =
+        std::u16string_view(frame).substr(std::min(before.size() + 1, frame.size()));
+    if (words.size() < frame.size() || !words.starts_with(before) || !words.ends_with(after))
+        return std::nullopt;
+    words = words.substr(before.size(), words.size() - before.size() - after.size());
+    return addAllWeekdays(rule, namesIn(words)) ? std::optional(rule) : std::nullopt;
+}
+
+// What repeatInWords printed is read back by printing what it may have been.
+std::optional<RepeatRule> ruleByTranslation(std::u16string_view text) {
+    const std::u16string words = foldedWords(text);
+    if (words == foldedWords(localizedString("none"))) return RepeatRule();
+    for (const std::int32_t interval : countsToTry(words)) {
+        if (const auto weekly = weeklyRuleByTranslation(words, interval)) return weekly;
+        for (const RepeatRule& rule : rulesToTry(interval)) {
+            if (words == foldedWords(repeatInWords(rule))) return rule;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+Reading repeatFromWords(std::u16string_view text) {
+    const std::vector<std::u16string> words = wordsOf(text);
+    if (words.empty()) return localizedUtf8("a repeat rule is missing");
+    Reading reading = ruleByEnglish(words);
+    if (std::holds_alternative<RepeatRule>(reading)) return reading;
+    if (const std::optional<RepeatRule> rule = ruleByTranslation(text)) return *rule;
+    return reading;
+}
+
 std::u16string repeatInWords(const RepeatRule& rule) {
     if (rule.kind == kNoRepeat) return localizedString("none");
     const auto* unit = std::ranges::find(kUnits, rule.kind, &UnitWords::kind);
     if (unit == std::end(kUnits)) return localizedString("an unknown rule");
-    const std::u16string often =
-        rule.interval == 1
-            ? localizedString(unit->one)
-            : stringWithFormat(localizedString(unit->several, rule.interval), {std::int64_t{rule.interval}});
-    return withDetail(often, rule);
+    return withDetail(oftenInWords(*unit, rule.interval), rule);
 }
 
 RepeatRule repeatOfTask(const GTask& task) {

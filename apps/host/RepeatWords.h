@@ -23,12 +23,13 @@ struct RepeatRule {
     bool operator==(const RepeatRule&) const = default;
 };
 
-/// Reads English words, with names of weekdays also in the user's language; "none" is a rule too.
+/// Reads English words, with names of weekdays also in the user's language, and what repeatInWords gives in
+/// the user's language; "none" is a rule too.
 /// @return the rule, or why there is none: one line, UTF-8
 std::variant<RepeatRule, std::string> repeatFromWords(std::u16string_view text);
 
-/// In the user's language; in English, repeatFromWords reads it back. A stored number that no rule has is
-/// told as an unknown rule.
+/// In the user's language; repeatFromWords reads it back. A stored number that no rule has is told as an
+/// unknown rule.
 std::u16string repeatInWords(const RepeatRule& rule);
 
 /// The rule of a task, numbers that mean nothing left out; both weekly kinds read as one.

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "platform/foundation/Text.h"
 #include "support/TestEnvironment.h"
 
@@ -57,8 +59,13 @@ TEST(RepeatWords, TakesWeekdaysOfTheUsersLanguage) {
     EXPECT_EQ(again("every week on Mi, Fr"), "every week on Mi, Fr");
 }
 
-TEST(RepeatWords, ReadsBackEveryRule) {
-    const TestEnvironment environment;
+void expectEveryRuleToBeReadBack() {
+    for (const std::int32_t kind : {kRepeatDaily, kRepeatWeekly, kRepeatMonthly, kRepeatYearly}) {
+        for (const std::int32_t interval : {1, 2, 3, 9'999}) {
+            const RepeatRule rule{kind, interval};
+            EXPECT_EQ(std::get<RepeatRule>(repeatFromWords(repeatInWords(rule))), rule);
+        }
+    }
     for (const std::uint64_t kind : {1, 2, 7, 1000, 1001, 1002}) {
         for (std::uint64_t ordinal = 1; ordinal <= 5; ++ordinal) {
             const RepeatRule rule{kRepeatMonthly, 2, {}, ordinal, kind};
@@ -72,6 +79,59 @@ TEST(RepeatWords, ReadsBackEveryRule) {
         }
         EXPECT_EQ(std::get<RepeatRule>(repeatFromWords(repeatInWords(rule))), rule);
     }
+    EXPECT_EQ(std::get<RepeatRule>(repeatFromWords(repeatInWords(RepeatRule()))), RepeatRule());
+}
+
+TEST(RepeatWords, ReadsBackEveryRule) {
+    const TestEnvironment environment;
+    expectEveryRuleToBeReadBack();
+}
+
+// A week comes behind its days, and "every 2 weeks" needs no digit: neither order nor digits are those of
+// English.
+std::optional<std::string> inGerman(std::string_view key, std::optional<std::int64_t> count) {
+    if (key == "every %d weeks" && count == 2) return "vierzehntägig";
+    const std::map<std::string_view, const char*> texts = {
+        {"none",                  "keine"            },
+        {"every day",             "jeden Tag"        },
+        {"every week",            "jede Woche"       },
+        {"every month",           "jeden Monat"      },
+        {"every year",            "jedes Jahr"       },
+        {"every %d days",         "alle %d Tage"     },
+        {"every %d weeks",        "alle %d Wochen"   },
+        {"every %d months",       "alle %d Monate"   },
+        {"every %d years",        "alle %d Jahre"    },
+        {"%1$@ on %2$@",          "am %2$@ (%1$@)"   },
+        {"%1$@, %2$@",            "%1$@ und %2$@"    },
+        {"%1$@ on day %2$d",      "%1$@ am %2$d."    },
+        {"%1$@ on the %2$@ %3$@", "%1$@ am %2$@ %3$@"},
+        {"1st",                   "ersten"           },
+        {"2nd",                   "zweiten"          },
+        {"3rd",                   "dritten"          },
+        {"4th",                   "vierten"          },
+        {"last",                  "letzten"          },
+        {"day",                   "Tag"              },
+        {"working day",           "Arbeitstag"       },
+        {"weekend day",           "Wochenendtag"     },
+    };
+    const auto found = texts.find(key);
+    return found == texts.end() ? std::nullopt : std::optional<std::string>(found->second);
+}
+
+TEST(RepeatWords, ReadsBackEveryRuleInTheUsersLanguage) {
+    const TestEnvironment environment({.locale = "de_DE"});
+    environment->translate = inGerman;
+    expectEveryRuleToBeReadBack();
+    constexpr Row kRows[] = {
+        {"  JEDE  woche ",             "jede Woche"               },
+        {"every 2 weeks",              "vierzehntägig"           },
+        {"am Montag, Fr (jede Woche)", "am Mo und Fr (jede Woche)"},
+        {"am (jede Woche)",            "-"                        },
+        {"am Mo",                      "-"                        },
+        {"alle 0 Tage",                "-"                        },
+        {"jeden Montag abend",         "-"                        },
+    };
+    for (const Row& row : kRows) EXPECT_EQ(again(row.text), row.expected) << row.text;
 }
 
 }  // namespace
