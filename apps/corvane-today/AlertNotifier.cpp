@@ -94,6 +94,7 @@ void AlertNotifier::plan() {
     const Date now = clock_();
     reminders_->snoozes.settle(context());
     closeSettled();
+    if (!reminders_->lock.isHeld()) return waitForNext(now);
     if (!isEnabled_) {
         static_cast<void>(reminders_->alerts.take(context(), now));
     } else if (notifications_.isReady()) {
@@ -104,10 +105,12 @@ void AlertNotifier::plan() {
     waitForNext(now);
 }
 
+// Another program's alerts and reminders are read anew until it ends: by then they are as it left them.
 void AlertNotifier::followStore() {
     const SqliteStore* store = openStore();
     if (!store) return reminders_.reset();
-    if (!reminders_ || reminders_->store != store->uuid()) reminders_.emplace(store->uuid(), clock_());
+    const bool isSettled = reminders_ && reminders_->store == store->uuid() && reminders_->lock.isHeld();
+    if (!isSettled) reminders_.emplace(store->uuid(), clock_());
 }
 
 // The newest are told one by one, as they are the likeliest to matter still.
@@ -174,11 +177,16 @@ void AlertNotifier::remindLater(const QString& taskid, int minutes) {
     followStore();
     const GTask* task = TaskActions::taskNamed(taskid.toStdString());
     if (!task || !reminders_) return;
-    reminders_->snoozes.add(*task, clock_() + TimeInterval(minutes * 60.0));
+    if (!reminders_->lock.isHeld()) {
+        Q_EMIT failed(translated("Another program gives the reminders of this store."));
+        return;
+    }
+    const bool isKept = reminders_->snoozes.add(*task, clock_() + TimeInterval(minutes * 60.0));
     notifications_.close(taskid);
     shown_.erase(taskid.toStdString());
     plan();
     Q_EMIT remindersChanged();
+    if (!isKept) Q_EMIT failed(translated("The reminder lasts only while the program runs."));
 }
 
 void AlertNotifier::takeAction(const QString& key, const QString& action, const QString& activationToken) {

@@ -14,6 +14,7 @@
 #include <QSocketNotifier>
 #include <QString>
 
+#include "apps/corvane-today/AlertLock.h"
 #include "apps/corvane-today/Notifications.h"
 #include "apps/corvane-today/TaskActions.h"
 #include "apps/host/AlertSchedule.h"
@@ -47,12 +48,15 @@ class AlertNotifier : public QObject {
     void openWanted(const QString& taskid);
     /// Rows tell of other reminders by now.
     void remindersChanged();
+    /// A reminder cannot be relied on; why, in one line.
+    void failed(const QString& problem);
 
   private:
     struct StoreReminders {
         StoreReminders(const std::string& identifier, Date now)
-            : store(identifier), alerts(identifier, now), snoozes(identifier) {}
+            : store(identifier), lock(identifier), alerts(identifier, now), snoozes(identifier) {}
         std::string store;
+        AlertLock lock;
         AlertSchedule alerts;
         Snoozes snoozes;
     };

@@ -89,16 +89,21 @@ void Application::connectParts() {
         keepArrangement();
     });
     connect(&opener_, &UrlOpener::unanswered, this, &Application::answerUrl);
+    // Windows are not asked: one that hides instead of closing would keep the program from ending.
+    connect(&signals_, &TerminationSignals::received, qApp, [] { QApplication::exit(); });
+    connect(qApp, &QApplication::aboutToQuit, this, [this] {
+        if (companion_) companion_->taskPage().finishTyping();
+    });
 }
 
 void Application::start() {
     refresh();
+    placeWindow();
     if (options_.startsInBackground) {
         presence_.waitForTray();
         QTimer::singleShot(0, this, &Application::finishStart);
         return;
     }
-    placeWindow();
     constexpr auto kOnceAndLater =
         static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
     connect(&window_, &WidgetWindow::painted, this, &Application::finishStart, kOnceAndLater);
@@ -108,7 +113,7 @@ void Application::start() {
 
 void Application::finishStart() {
     if (std::exchange(hasStarted_, true)) return;
-    presence_.start(options_.standsAlone());
+    if (!presence_.start(options_)) return QApplication::exit();
     if (options_.environment.now.empty()) alerts_ = std::make_unique<DesktopAlerts>(*this, options_.isSilent);
     if (!options_.openUrl.empty()) answerUrl(QString::fromStdString(options_.openUrl));
 }

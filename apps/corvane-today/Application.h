@@ -13,6 +13,7 @@
 #include "apps/corvane-today/MainQueueBridge.h"
 #include "apps/corvane-today/QtTextMeasuring.h"
 #include "apps/corvane-today/TaskActions.h"
+#include "apps/corvane-today/TerminationSignals.h"
 #include "apps/corvane-today/UrlOpener.h"
 #include "apps/corvane-today/WidgetWindow.h"
 #include "apps/corvane-today/WindowSettings.h"
@@ -85,6 +86,7 @@ class Application : public QObject {
     QSocketNotifier events_;
     UrlOpener opener_;
     DesktopPresence presence_;
+    TerminationSignals signals_;
     std::unique_ptr<CompanionWindow> companion_;
     std::unique_ptr<DesktopAlerts> alerts_;
     bool isPreview_ = false;

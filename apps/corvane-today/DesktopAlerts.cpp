@@ -26,6 +26,7 @@ void DesktopAlerts::connectWindow() {
     connect(&window, &WidgetWindow::privacyChanged, &notifier_, &AlertNotifier::setPrivate);
     connect(&window, &WidgetWindow::reminderWanted, &notifier_, &AlertNotifier::remindLater);
     connect(&notifier_, &AlertNotifier::remindersChanged, &window, &WidgetWindow::showRefresh);
+    connect(&notifier_, &AlertNotifier::failed, &window, &WidgetWindow::showMessage);
 }
 
 void DesktopAlerts::fillMenu(QMenu* menu) {

@@ -4,6 +4,8 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 
+#include "platform/foundation/Localization.h"
+
 namespace corvane {
 namespace {
 
@@ -12,6 +14,13 @@ const QString kPath = QStringLiteral("/com/velmor/CorvaneToday");
 const QString kInterface = QStringLiteral("org.freedesktop.Application");
 const QString kToken = QStringLiteral("activation-token");
 constexpr const char* kTokenVariable = "XDG_ACTIVATION_TOKEN";
+
+// Actions; those of the desktop entry, and what a second start asks for.
+constexpr QLatin1String kAddTask("AddTask");
+constexpr QLatin1String kToday("Today");
+constexpr QLatin1String kPrivate("Private");
+constexpr QLatin1String kCompact("Compact");
+constexpr QLatin1String kExpanded("Expanded");
 
 // A program that does not answer within this time is not worth waiting for.
 constexpr int kPatienceInMilliseconds = 2000;
@@ -29,18 +38,45 @@ QVariantMap platformData() {
     return data;
 }
 
+bool isAnswered(const char* method, const QVariantList& arguments) {
+    QDBusMessage call = QDBusMessage::createMethodCall(kName, kPath, kInterface, QString::fromLatin1(method));
+    call.setArguments(arguments);
+    call.setAutoStartService(false);
+    const QDBusMessage answer =
+        QDBusConnection::sessionBus().call(call, QDBus::Block, kPatienceInMilliseconds);
+    return answer.type() == QDBusMessage::ReplyMessage;
+}
+
+bool isActionAnswered(QLatin1String action) {
+    return isAnswered("ActivateAction", {QString(action), QVariantList(), QVariantMap()});
+}
+
+void sayWhatIsKept(const DesktopOptions& options) {
+    QStringList kept;
+    if (options.width) kept << QStringLiteral("--width");
+    if (options.height) kept << QStringLiteral("--height");
+    if (options.isSilent) kept << QStringLiteral("--no-alerts");
+    if (kept.isEmpty()) return;
+    say(localizedUtf8("the program runs already and keeps its own: %@",
+                      {kept.join(QStringLiteral(", ")).toStdU16String()}));
+}
+
 }  // namespace
 
-bool handOverStart(const QString& url) {
+bool handOverStart(const DesktopOptions& options) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected() || !bus.interface()->isServiceRegistered(kName)) return false;
-    const bool opens = !url.isEmpty();
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        kName, kPath, kInterface, opens ? QStringLiteral("Open") : QStringLiteral("Activate"));
-    if (opens) call << QStringList{url};
-    call << platformData();
-    call.setAutoStartService(false);
-    return bus.call(call, QDBus::Block, kPatienceInMilliseconds).type() == QDBusMessage::ReplyMessage;
+    // Titles go before the window comes.
+    if (options.isPrivate && !isActionAnswered(kPrivate)) return false;
+    if (options.mode) {
+        const bool isCompact = options.mode == DisplayMode::kCompact;
+        if (!isActionAnswered(isCompact ? kCompact : kExpanded)) return false;
+    }
+    sayWhatIsKept(options);
+    if (!options.openUrl.empty()) {
+        return isAnswered("Open", {QStringList{QString::fromStdString(options.openUrl)}, platformData()});
+    }
+    return options.startsInBackground || isAnswered("Activate", {platformData()});
 }
 
 bool DesktopBus::take() {
@@ -63,8 +99,11 @@ void DesktopBus::Open(const QStringList& uris, const QVariantMap& platformData) 
 
 void DesktopBus::ActivateAction(const QString& name, const QVariantList&, const QVariantMap& platformData) {
     takeToken(platformData);
-    if (name == QLatin1String("AddTask")) Q_EMIT addTaskWanted();
-    if (name == QLatin1String("Today")) Q_EMIT todayWanted();
+    if (name == kAddTask) Q_EMIT addTaskWanted();
+    if (name == kToday) Q_EMIT todayWanted();
+    if (name == kPrivate) Q_EMIT privacyWanted();
+    if (name == kCompact) Q_EMIT modeWanted(DisplayMode::kCompact);
+    if (name == kExpanded) Q_EMIT modeWanted(DisplayMode::kExpanded);
 }
 
 }  // namespace corvane

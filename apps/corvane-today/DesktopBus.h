@@ -8,13 +8,15 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include "apps/corvane-today/DesktopOptions.h"
+
 namespace corvane {
 
-/// Gives a start to the program that runs already. Without a session bus, and where none runs, nobody takes
-/// it.
-/// @param url  to be opened there; empty: the window is raised
+/// Gives a start to the program that runs already: privacy and mode, then the URL. Without a URL the window
+/// is raised, unless the start was to stay in the background. What the running program keeps as it is, is
+/// said on standard error. Without a session bus, and where none runs, nobody takes the start.
 /// @return whether it was taken
-bool handOverStart(const QString& url);
+bool handOverStart(const DesktopOptions& options);
 
 class DesktopBus : public QObject {
     Q_OBJECT
@@ -37,6 +39,8 @@ class DesktopBus : public QObject {
     void openWanted(const QString& url);
     void addTaskWanted();
     void todayWanted();
+    void privacyWanted();
+    void modeWanted(DisplayMode mode);
 };
 
 }  // namespace corvane

@@ -1,13 +1,15 @@
 #include "apps/corvane-today/DesktopOptions.h"
 
 #include <algorithm>
-#include <clocale>
 #include <cstdio>
+#include <sstream>
 
 #include <CLI/CLI.hpp>
 
 #include "apps/host/ParserTexts.h"
+#include "platform/foundation/Environment.h"
 #include "platform/foundation/Localization.h"
+#include "platform/foundation/UserDirectories.h"
 
 namespace corvane {
 namespace {
@@ -21,6 +23,18 @@ struct Words {
     double scale = 1;
     bool isDark = false;
 };
+
+// The parser's own range lets "nan" pass.
+CLI::Validator numberBetween(double least, double most) {
+    const auto check = [least, most](const std::string& text) -> std::string {
+        double number = 0;
+        if (CLI::detail::lexical_cast(text, number) && number >= least && number <= most) return {};
+        std::ostringstream reason;
+        reason << "Value " << text << " not in range " << least << " to " << most;
+        return reason.str();
+    };
+    return CLI::Validator(check, {});
+}
 
 void addStoreOptions(CLI::App& app, DesktopOptions& options) {
     app.add_option("--container", options.environment.container,
@@ -37,11 +51,11 @@ void addWindowOptions(CLI::App& app, DesktopOptions& options, Words& words) {
         ->check(CLI::IsMember({"compact", "expanded"}))
         ->option_text("compact|expanded");
     app.add_option("--width", options.width, localizedUtf8("Width of the content, in points (359)"))
-        ->check(CLI::Range(200.0, 2000.0))
+        ->check(numberBetween(200.0, 2000.0))
         ->option_text("POINTS");
     app.add_option("--height", options.height,
                    localizedUtf8("Largest height of the expanded content, in points (600)"))
-        ->check(CLI::Range(120.0, 10'000.0))
+        ->check(numberBetween(120.0, 10'000.0))
         ->option_text("POINTS");
     app.add_flag("--private", options.isPrivate, localizedUtf8("Hide the titles of tasks everywhere"));
     app.add_flag("--no-alerts", options.isSilent, localizedUtf8("Give no alerts of tasks in this run"));
@@ -60,9 +74,10 @@ void addActs(CLI::App& app, Words& words) {
         app.add_option("--png", words.png,
                        localizedUtf8("Draw the widget into a PNG file, without a display, and exit"))
             ->type_name("FILE")
-            ->excludes(autostart);
+            ->excludes(autostart)
+            ->excludes(app.get_option("--open"));
     app.add_option("--scale", words.scale, localizedUtf8("Pixels a point in that file (1)"))
-        ->check(CLI::Range(0.25, 8.0))
+        ->check(numberBetween(0.25, 8.0))
         ->option_text("FACTOR")
         ->needs(png);
     app.add_flag("--dark", words.isDark, localizedUtf8("Draw that file in the dark palette"))->needs(png);
@@ -78,6 +93,18 @@ void take(const Words& words, DesktopOptions& options) {
 
 }  // namespace
 
+bool DesktopOptions::standsAlone() const {
+    if (!environment.now.empty()) return true;
+    const std::filesystem::path used =
+        environment.container.empty() ? Environment::defaultContainerDirectory() : environment.container;
+    // With a slash at the end, whether it was typed or not.
+    const auto canonical = [](const std::filesystem::path& folder) {
+        std::error_code error;
+        return std::filesystem::weakly_canonical(folder / "", error);
+    };
+    return canonical(used) != canonical(userDataDirectory() / kAppGroupIdentifier);
+}
+
 void say(const std::string& message) {
     std::string line = message;
     std::ranges::replace_if(
@@ -86,7 +113,7 @@ void say(const std::string& message) {
 }
 
 CommandLineReading readCommandLine(int argumentCount, const char* const* arguments) {
-    std::setlocale(LC_ALL, "");  // descriptions are translated before any option is read
+    useLocaleOfUser();  // descriptions are translated before any option is read
     DesktopOptions options;
     Words words;
     CLI::App app(localizedUtf8("The today widget on the desktop."), "corvane-today");

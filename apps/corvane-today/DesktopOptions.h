@@ -29,8 +29,9 @@ struct DesktopOptions {
     std::string openUrl;            ///< empty: none was handed over
     std::optional<PngRequest> png;  ///< draws into a file, and shows nothing
 
-    /// With a container or a clock of its own, a start is no second one of the program that runs.
-    bool standsAlone() const { return !environment.container.empty() || !environment.now.empty(); }
+    /// With another container than the user's own, or another clock, a start is no second one of the program
+    /// that runs.
+    bool standsAlone() const;
 };
 
 /// Reads the command line. Where it only asks for help or is wrong, it has been answered: then there are no

@@ -38,14 +38,15 @@ DesktopPresence::DesktopPresence(Application& application, ColorScheme& scheme)
     connect(&window, &WidgetWindow::privacyChanged, this, &DesktopPresence::showCount);
 }
 
-void DesktopPresence::start(bool standsAlone) {
-    if (!standsAlone) {
+bool DesktopPresence::start(const DesktopOptions& options) {
+    if (!options.standsAlone()) {
         connectBus();
-        if (!bus_.take() && handOverStart({})) return QApplication::quit();
+        if (!bus_.take() && handOverStart(options)) return false;
     }
     trayWatch_.start();
     showCount();
     scheme_.follow();
+    return true;
 }
 
 void DesktopPresence::connectBus() {
@@ -53,6 +54,8 @@ void DesktopPresence::connectBus() {
     connect(&bus_, &DesktopBus::openWanted, &application_, &Application::answerUrl);
     connect(&bus_, &DesktopBus::addTaskWanted, &application_, &Application::addTask);
     connect(&bus_, &DesktopBus::todayWanted, &application_, &Application::showToday);
+    connect(&bus_, &DesktopBus::privacyWanted, this, [this] { application_.window().setPrivate(true); });
+    connect(&bus_, &DesktopBus::modeWanted, &application_.window(), &WidgetWindow::setMode);
 }
 
 // Tray
@@ -89,6 +92,7 @@ void DesktopPresence::waitForTray() {
 // Window
 
 void DesktopPresence::showWindow() {
+    trayPatience_.stop();
     WidgetWindow& window = application_.window();
     window.show();
     if (window.isMinimized()) window.showNormal();

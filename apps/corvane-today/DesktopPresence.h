@@ -26,7 +26,8 @@ class DesktopPresence : public QObject {
 
     /// Takes the name on the session bus, unless this start stands alone; shows the tray icon; follows the
     /// desktop's colours.
-    void start(bool standsAlone);
+    /// @return false where another program was quicker: it has taken this start
+    bool start(const DesktopOptions& options);
 
     void showWindow();
     /// Hides where there is a tray to come back from, else minimises.

@@ -44,7 +44,7 @@ int run(const corvane::DesktopOptions& options, QApplication& qt) {
         if (problem) say(*problem);
         return problem ? EXIT_FAILURE : EXIT_SUCCESS;
     }
-    if (!options.standsAlone() && handOverStart(QString::fromStdString(options.openUrl))) return EXIT_SUCCESS;
+    if (!options.standsAlone() && handOverStart(options)) return EXIT_SUCCESS;
     Application application(options);
     application.start();
     return QApplication::exec();
