@@ -1,8 +1,13 @@
 #include "apps/corvane-today/Autostart.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <span>
+#include <sstream>
+#include <string>
 #include <system_error>
+#include <variant>
+#include <vector>
 
 #include "platform/foundation/FileContents.h"
 #include "platform/foundation/Localization.h"
@@ -52,9 +57,21 @@ std::string because(const char* sentence, const std::filesystem::path& file, con
 
 }  // namespace
 
+// Desktops write their own keys into an entry that was switched off in their settings.
 bool isAutostarted() {
+    const std::filesystem::path file = entryFile();
     std::error_code error;
-    return std::filesystem::exists(entryFile(), error);
+    if (!std::filesystem::exists(file, error)) return false;
+    constexpr std::size_t kMostBytes = 100'000;
+    const auto contents = contentsOfFile(file, kMostBytes);
+    const auto* bytes = std::get_if<std::vector<std::uint8_t>>(&contents);
+    if (!bytes) return false;
+    std::istringstream lines(std::string(bytes->begin(), bytes->end()));
+    for (std::string line; std::getline(lines, line);) {
+        std::erase_if(line, [](char c) { return c == ' ' || c == '\r'; });
+        if (line == "Hidden=true" || line == "X-GNOME-Autostart-enabled=false") return false;
+    }
+    return true;
 }
 
 std::optional<std::string> setAutostarted(bool isAutostarted) {
