@@ -203,6 +203,8 @@ void CompanionWindow::tellCompleted(const QString& taskid, bool isDone) {
 void CompanionWindow::tellAdded(const QString& taskid) {
     const GTask* task = TaskActions::taskNamed(taskid.toStdString());
     if (!task) return;
+    // What is private on the screen is so in a notice too.
+    if (isPrivate_) return notices_->tell(translated("The task has been added."));
     notices_->tell(qtText(stringWithFormat(localizedString("Added \u201C%1$@\u201D to %2$@."),
                                            {coreText(nameOf(*task)), placeInWords(*task)})));
 }

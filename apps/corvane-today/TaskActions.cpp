@@ -80,8 +80,10 @@ bool TaskActions::undo(const std::string& taskid) {
     if (last == undoables_.rend()) return false;
     const CompletionUndo taken = std::move(last->undo);
     undoables_.erase(std::next(last).base());
-    taken.restore(context());
-    return save();
+    const bool isComplete = taken.restore(context());
+    if (!save()) return false;
+    if (!isComplete) Q_EMIT failed(translated("Changed elsewhere meanwhile; not all could be undone."));
+    return true;
 }
 
 bool TaskActions::save() {

@@ -49,7 +49,8 @@ class TaskActions : public QObject {
   Q_SIGNALS:
     /// Something was saved: what is on the screen has to be refreshed.
     void changed();
-    /// One line for people: the act could not be done. Nothing was changed.
+    /// One line for people: the act could not be done and nothing was changed, or an undo left things as
+    /// somebody had changed them since.
     void failed(const QString& reason);
 
   private:

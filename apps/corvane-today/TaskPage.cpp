@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -61,7 +62,8 @@ TaskPage::TaskPage(TaskActions& actions, QWidget* parent) : QScrollArea(parent),
     layout->addWidget(state_);
     layout->addWidget(parent_, 0, Qt::AlignLeading);
     fields_ = new QWidget(content);
-    fields_->setLayout(makeForm(content));
+    form_ = makeForm(content);
+    fields_->setLayout(form_);
     layout->addWidget(fields_);
     layout->addWidget(subtasksLabel_);
     layout->addWidget(subtasks_);
@@ -94,6 +96,9 @@ void TaskPage::makeFields(QWidget* content) {
     };
     alert_ = addField(content, readAlertOfTask, takeAlert);
     describeField(*alert_, textKey("Alert"), kAlertExample);
+    placeAlert_ = new QLineEdit(content);
+    placeAlert_->setReadOnly(true);
+    placeAlert_->setFrame(false);
     priority_ = new PriorityChoice(content);
     list_ = new ListChoice(content);
     notes_ = new NotesField([this](const QString& text) { return edit(takeNotes, text); }, content);
@@ -103,12 +108,13 @@ void TaskPage::makeFields(QWidget* content) {
 
 QFormLayout* TaskPage::makeForm(QWidget* content) {
     const FieldRow rows[] = {
-        {textKey("Due"),      due_     },
-        {textKey("Repeat"),   repeat_  },
-        {textKey("Alert"),    alert_   },
-        {textKey("Priority"), priority_},
-        {textKey("List"),     list_    },
-        {textKey("Notes"),    notes_   },
+        {textKey("Due"),         due_       },
+        {textKey("Repeat"),      repeat_    },
+        {textKey("Alert"),       alert_     },
+        {textKey("Place alert"), placeAlert_},
+        {textKey("Priority"),    priority_  },
+        {textKey("List"),        list_      },
+        {textKey("Notes"),       notes_     },
     };
     return makeFieldForm(rows, content);
 }
@@ -161,6 +167,7 @@ void TaskPage::showFields(GTask& task) {
     for (QWidget* widget : std::initializer_list<QWidget*>{done_, title_, fields_}) widget->show();
     done_->setChecked(task.completed());
     showWords(task);
+    showPlaceAlert(task);
     priority_->showPriority(task.priority());
     list_->showLists(task.list());
     notes_->showStored(storedText(task.notes()));
@@ -173,6 +180,13 @@ void TaskPage::showWords(const GTask& task) {
     due_->showStored(dueToType(task), task.dueDate() ? qtText(dueInWords(task)) : QString());
     repeat_->showStored(repeatText(task), {});
     alert_->showStored(alertText(task), alertHint(task));
+}
+
+void TaskPage::showPlaceAlert(const GTask& task) {
+    const std::u16string place = placeAlertInWords(task);
+    form_->setRowVisible(placeAlert_, !place.empty());
+    placeAlert_->setText(shownLine(place));
+    placeAlert_->setCursorPosition(0);
 }
 
 void TaskPage::showParent(const GTask& task) {

@@ -51,6 +51,7 @@ class TaskPage : public QScrollArea {
 
     void showFields(GTask& task);
     void showWords(const GTask& task);
+    void showPlaceAlert(const GTask& task);
     void showParent(const GTask& task);
     void showState(const GTask& task);
     void showMissing();
@@ -73,9 +74,11 @@ class TaskPage : public QScrollArea {
     WordsField* due_;
     WordsField* repeat_;
     WordsField* alert_;
+    QLineEdit* placeAlert_;  ///< only to read
     PriorityChoice* priority_;
     ListChoice* list_;
     NotesField* notes_;
+    QFormLayout* form_;
     QWidget* fields_;
     QLabel* subtasksLabel_;
     SubtaskTree* subtasks_;

@@ -44,11 +44,6 @@ void addState(Fields& fields, const GTask& task) {
     fields.add(textKey("Done"), date ? stringOfDateTime(*date) : localizedString("yes"));
 }
 
-void addRegion(Fields& fields, const GTask& task) {
-    if (task.regionAlert() != 0)
-        fields.add(textKey("Place alert"), nameOr(task.regionDescription(), textKey("a place")));
-}
-
 }  // namespace
 
 std::u16string priorityWord(std::int32_t priority) {
@@ -88,6 +83,11 @@ std::u16string placeInWords(const GList& list) {
                             {name, nameOr(account->name(), textKey("an account without a name"))});
 }
 
+std::u16string placeAlertInWords(const GTask& task) {
+    if (task.regionAlert() == 0) return {};
+    return nameOr(task.regionDescription(), textKey("a place"));
+}
+
 std::vector<TaskField> fieldsOfTask(const GTask& task) {
     Fields fields;
     addState(fields, task);
@@ -101,7 +101,7 @@ std::vector<TaskField> fieldsOfTask(const GTask& task) {
     if (const GTask* parent = task.parentTask())
         fields.add(textKey("Below"), nameOr(parent->name(), textKey("untitled")));
     if (task.hasSubtasks()) fields.add(textKey("Subtasks"), subTasksInWords(task));
-    addRegion(fields, task);
+    fields.add(textKey("Place alert"), placeAlertInWords(task));
     if (task.notes()) fields.add(textKey("Notes"), std::u16string(*task.notes()));
     return fields.take();
 }

@@ -28,6 +28,9 @@ std::u16string placeInWords(const GList& list);
 /// "Home (anna@example.com)"; a list or account without a name is told as one.
 std::u16string placeInWords(const GTask& task);
 
+/// Where the task alerts; empty without a place alert.
+std::u16string placeAlertInWords(const GTask& task);
+
 struct TaskField {
     std::u16string label;
     std::u16string text;

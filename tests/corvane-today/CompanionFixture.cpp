@@ -47,8 +47,10 @@ void CompanionFixture::showAddTask() {
 
 QWidget& CompanionFixture::page() const { return *window.findChild<QStackedWidget*>()->currentWidget(); }
 
+QLineEdit& CompanionFixture::line(const char* name) { return named<QLineEdit>(page(), name); }
+
 WordsField& CompanionFixture::lineField(const char* name) {
-    return *qobject_cast<WordsField*>(named<QLineEdit>(page(), name).parentWidget());
+    return *qobject_cast<WordsField*>(line(name).parentWidget());
 }
 
 QComboBox& CompanionFixture::choice(const char* name) { return named<QComboBox>(page(), name); }

@@ -28,7 +28,7 @@ class CompanionFixture : public WidgetFixture {
     std::string taskid(const GTask& task) { return context().uriRepresentation(task); }
 
     /// A field of the page in sight, by its accessible name.
-    QLineEdit& line(const char* name) { return *lineField(name).findChild<QLineEdit*>(); }
+    QLineEdit& line(const char* name);
     WordsField& lineField(const char* name);
     QComboBox& choice(const char* name);
     NotesField& notes();

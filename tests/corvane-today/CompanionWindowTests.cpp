@@ -115,6 +115,10 @@ TEST(CompanionWindow, HidesTasksWhileItIsPrivate) {
     EXPECT_EQ(fixture.windowTitle(), "Tasks");
     EXPECT_FALSE(fixture.window.taskPage().isVisible());
     EXPECT_FALSE(fixture.window.todayPage().isVisible());
+    fixture.showAddTask();
+    fixture.type("Title", "Surprise", Qt::Key_unknown);
+    ASSERT_TRUE(fixture.window.addTaskPage().add());
+    EXPECT_EQ(fixture.notice(), "The task has been added.");
     fixture.window.setPrivate(false);
     EXPECT_EQ(fixture.rows(), "Secret");
 }

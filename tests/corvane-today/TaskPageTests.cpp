@@ -35,6 +35,18 @@ TEST(TaskPage, ShowsEveryFieldInWords) {
     EXPECT_EQ(fixture.choice("List").currentText().toStdString().find("Home"), 0u);
 }
 
+TEST(TaskPage, ShowsAPlaceAlertWhereThereIsOne) {
+    CompanionFixture fixture;
+    GTask& task = fixture.addTask(u"Fetch the parcel");
+    task.setRegionAlert(1);
+    task.setRegionDescription(u"Post\noffice");
+    GTask& other = fixture.addTask(u"Read");
+    fixture.showTask(task);
+    EXPECT_EQ(fixture.line("Place alert").text().toStdString(), "Post office");
+    fixture.showTask(other);
+    EXPECT_THROW(fixture.line("Place alert"), std::runtime_error);
+}
+
 /// Title, due date, rule, alert and priority of a task, as one text.
 std::string stored(const GTask& task) {
     return utf8FromText(*task.name()) + " | " + (task.dueDate() ? civilText(*task.dueDate()) : "-") + " | " +

@@ -125,6 +125,19 @@ TEST(TodayPage, KeepsTheRowOfACompletedTaskForAMomentAndTakesItBack) {
     EXPECT_EQ(fixture.rows(), "Milk Bread");
 }
 
+TEST(TodayPage, SaysWhenNotAllCouldBeTakenBack) {
+    CompanionFixture fixture;
+    GTask& task = fixture.addTask(u"Milk");
+    fixture.showToday();
+    QTest::keyClick(&fixture.list(), Qt::Key_Space);
+    PlainDatabase other(fixture.environment.containerDirectory() / kStoreFileName);
+    other.execute("UPDATE ZGTASK SET ZCOMPLETEDDATE = 5, Z_OPT = Z_OPT + 1");
+    fixture.window.refresh();
+    QTest::keyClick(&fixture.list(), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_FALSE(task.completed());
+    EXPECT_EQ(fixture.notice(), "Changed elsewhere meanwhile; not all could be undone.");
+}
+
 TEST(TodayPage, SaysWhenARepeatingTaskComesNext) {
     CompanionFixture fixture;
     GTask& task = fixture.addTask(u"Water", nullptr);
