@@ -1,5 +1,7 @@
 #include "apps/corvane-today/FilterList.h"
 
+#include <utility>
+
 #include <QEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -7,7 +9,6 @@
 #include "apps/corvane-today/CompanionStyle.h"
 #include "apps/corvane-today/QtText.h"
 #include "apps/corvane-today/TemplateImages.h"
-#include "apps/host/TaskSelection.h"
 #include "model/GSData.h"
 #include "queries/TaskFilters.h"
 
@@ -69,11 +70,9 @@ class FilterDelegate : public QStyledItemDelegate {
     }
 };
 
-std::optional<std::size_t> countOf(std::uint32_t filter, bool hideCompleted) {
+std::optional<std::size_t> countOf(std::uint32_t filter, TaskSelection selection) {
     ManagedObjectContext& context = GSData::sharedInstance().viewContext();
-    TaskSelection selection;
     selection.filter = filter;
-    selection.hideCompleted = hideCompleted;
     const auto result = context.countForFetch(requestForTasks(selection, context));
     const auto* count = std::get_if<std::size_t>(&result);
     return count ? std::optional(*count) : std::nullopt;
@@ -95,8 +94,8 @@ FilterList::FilterList(QWidget* parent) : QListWidget(parent) {
     connect(&counting_, &QTimer::timeout, this, &FilterList::countNext);
 }
 
-void FilterList::countTasks(bool hideCompleted) {
-    hidesCompleted_ = hideCompleted;
+void FilterList::countTasks(std::function<TaskSelection()> selection) {
+    selection_ = std::move(selection);
     nextFilter_ = 0;
     counting_.start();
 }
@@ -104,7 +103,7 @@ void FilterList::countTasks(bool hideCompleted) {
 void FilterList::countNext() {
     if (nextFilter_ >= kListFilter) return counting_.stop();
     QListWidgetItem* shown = item(static_cast<int>(nextFilter_));
-    const std::optional<std::size_t> count = countOf(nextFilter_, hidesCompleted_);
+    const std::optional<std::size_t> count = countOf(nextFilter_, selection_());
     shown->setData(kCountRole, count ? locale().toString(static_cast<qulonglong>(*count)) : QString());
     const auto number = static_cast<std::int64_t>(count.value_or(0));
     const QString tasks = number == 1 ? translated("1 task") : translated("%d tasks", number);

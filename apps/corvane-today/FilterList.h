@@ -2,9 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include <QListWidget>
 #include <QTimer>
+
+#include "apps/host/TaskSelection.h"
 
 namespace corvane {
 
@@ -15,9 +18,9 @@ class FilterList : public QListWidget {
 
     std::uint32_t filter() const { return static_cast<std::uint32_t>(currentRow()); }
     void choose(std::uint32_t filter) { setCurrentRow(static_cast<int>(filter)); }
-    /// Counts the tasks of every filter, one query each and one query in a turn of the event loop: with very
-    /// many tasks the window stays at hand meanwhile.
-    void countTasks(bool hideCompleted);
+    /// Counts the tasks of every filter in a selection, which is asked for anew each time; one query each and
+    /// one query in a turn of the event loop: with very many tasks the window stays at hand meanwhile.
+    void countTasks(std::function<TaskSelection()> selection);
     bool isCounting() const { return counting_.isActive(); }
     /// None before they were counted.
     QString countText(std::uint32_t filter) const;
@@ -34,7 +37,7 @@ class FilterList : public QListWidget {
 
     QTimer counting_;
     std::uint32_t nextFilter_ = 0;
-    bool hidesCompleted_ = false;
+    std::function<TaskSelection()> selection_;
 };
 
 }  // namespace corvane

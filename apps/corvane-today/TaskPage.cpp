@@ -14,7 +14,6 @@
 #include "apps/corvane-today/ShownText.h"
 #include "apps/corvane-today/TaskActions.h"
 #include "apps/corvane-today/TaskWords.h"
-#include "apps/host/AlertWords.h"
 #include "apps/host/Places.h"
 #include "apps/host/RepeatWords.h"
 #include "apps/host/TaskDescription.h"
@@ -30,13 +29,9 @@ QString storedText(std::optional<std::u16string_view> text) {
     return qtText(text.value_or(std::u16string_view()));
 }
 
-QString alertText(const GTask& task) {
-    if (!task.alertEnabled() || !task.alertDate()) return {};
-    return qtText(alertInWords(*task.alertDate(), task.dueDate()));
-}
-
 QString alertHint(const GTask& task) {
-    return alertText(task).isEmpty() ? QString() : qtText(stringOfDateTime(*task.alertDate()));
+    const bool hasAlert = task.alertEnabled() && task.alertDate();
+    return hasAlert ? qtText(stringOfDateTime(*task.alertDate())) : QString();
 }
 
 QString repeatText(const GTask& task) {
@@ -179,7 +174,7 @@ void TaskPage::showWords(const GTask& task) {
     title_->showStored(storedText(task.name()), {});
     due_->showStored(dueToType(task), task.dueDate() ? qtText(dueInWords(task)) : QString());
     repeat_->showStored(repeatText(task), {});
-    alert_->showStored(alertText(task), alertHint(task));
+    alert_->showStored(alertToType(task), alertHint(task));
 }
 
 void TaskPage::showPlaceAlert(const GTask& task) {

@@ -117,4 +117,14 @@ QString dueToType(const GTask& task) {
     return civilText(*due, task.hasDueTime());
 }
 
+QString alertToType(const GTask& task) {
+    const std::optional<Date> alert = task.alertDate();
+    if (!task.alertEnabled() || !alert) return {};
+    const std::u16string shown = alertInWords(*alert, task.dueDate());
+    const auto read = alertFromWords(shown, task.dueDate());
+    const auto* date = std::get_if<std::optional<Date>>(&read);
+    constexpr bool kHasTime = true;
+    return date && *date == alert ? qtText(shown) : civilText(*alert, kHasTime);
+}
+
 }  // namespace corvane

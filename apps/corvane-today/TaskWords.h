@@ -33,5 +33,7 @@ void takeNotes(GTask& task, const QString& text);
 
 /// The due date of a task as words that readDue reads back; empty without one.
 QString dueToType(const GTask& task);
+/// The same for its alert and readAlert.
+QString alertToType(const GTask& task);
 
 }  // namespace corvane

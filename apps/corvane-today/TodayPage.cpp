@@ -45,6 +45,7 @@ TodayPage::TodayPage(TaskActions& actions, QWidget* parent) : QWidget(parent), a
     search_->setAccessibleName(translated("Search"));
     search_->setClearButtonEnabled(true);
     search_->installEventFilter(this);
+    account_ = new AccountChoice(this);
     showsDone_ = new QCheckBox(translated("Show done tasks"), this);
     problem_ = new MessageLine(this);
     empty_ = plainLabel({}, this);
@@ -55,10 +56,17 @@ TodayPage::TodayPage(TaskActions& actions, QWidget* parent) : QWidget(parent), a
     makeLayout();
     searchDelay_.setSingleShot(true);
     searchDelay_.setInterval(std::chrono::milliseconds(120));
+    searchRest_.setSingleShot(true);
+    searchRest_.setInterval(std::chrono::milliseconds(1500));
     lingeringEnd_.setSingleShot(true);
     lingeringEnd_.setInterval(std::chrono::seconds(8));
     connect(search_, &QLineEdit::textChanged, &searchDelay_, qOverload<>(&QTimer::start));
+    connect(search_, &QLineEdit::textChanged, &searchRest_, qOverload<>(&QTimer::start));
+    connect(search_, &QLineEdit::returnPressed, &searchRest_, &QTimer::stop);
+    connect(search_, &QLineEdit::returnPressed, this, &TodayPage::refresh);
     connect(&searchDelay_, &QTimer::timeout, this, &TodayPage::startAnew);
+    connect(&searchRest_, &QTimer::timeout, this, &TodayPage::refresh);
+    connect(account_, &QComboBox::currentIndexChanged, this, &TodayPage::startAnew);
     connect(filters_, &QListWidget::currentRowChanged, this, &TodayPage::startAnew);
     connect(showsDone_, &QCheckBox::toggled, this, &TodayPage::startAnew);
     connect(&lingeringEnd_, &QTimer::timeout, this, [this] {
@@ -93,6 +101,7 @@ void TodayPage::makeLayout() {
     auto* right = new QVBoxLayout;
     auto* head = new QHBoxLayout;
     head->addWidget(search_, 1);
+    head->addWidget(account_);
     head->addWidget(showsDone_);
     right->addLayout(head);
     right->addWidget(problem_);
@@ -104,7 +113,8 @@ void TodayPage::makeLayout() {
     filters_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
     layout->addWidget(filters_);
     layout->addLayout(right, 1);
-    setTabOrder(search_, showsDone_);
+    setTabOrder(search_, account_);
+    setTabOrder(account_, showsDone_);
     setTabOrder(showsDone_, list_);
     setTabOrder(list_, filters_);
 }
@@ -112,8 +122,10 @@ void TodayPage::makeLayout() {
 void TodayPage::showToday() {
     {
         const QSignalBlocker searchBlocker(search_);
+        const QSignalBlocker accountBlocker(account_);
         const QSignalBlocker filterBlocker(filters_);
         search_->clear();
+        account_->chooseAll();
         filters_->choose(kTodayFilter);
     }
     startAnew();
@@ -136,8 +148,9 @@ void TodayPage::refresh() {
     searchDelay_.stop();
     // Objects may go with a refresh, so that a page that nobody sees keeps none.
     if (!isVisible()) return model_->setTasks({});
+    account_->showAccounts();
     showFound(findTasks());
-    filters_->countTasks(!showsDone_->isChecked());
+    filters_->countTasks([this] { return selection(); });
 }
 
 // What was not kept up to date while it was hidden.
@@ -149,24 +162,27 @@ void TodayPage::showEvent(QShowEvent* event) {
 TaskSelection TodayPage::selection() const {
     TaskSelection selection;
     selection.filter = filters_->filter();
+    selection.account = account_->chosenAccount();
+    selection.everyAccount = !selection.account;
     selection.hideCompleted = !showsDone_->isChecked();
     return selection;
 }
 
 TodayPage::Found TodayPage::findTasks() const {
     if (const std::optional<std::string> problem = storeProblem(GSData::sharedInstance())) {
-        return {{}, QString::fromStdString(*problem)};
+        return {{}, QString::fromStdString(*problem), {}};
     }
     const std::u16string text = coreText(search_->text());
     const std::optional<TaskSearch> search = taskSearchFromText(text);
     TaskSelection wanted = selection();
     if (search) wanted.where = search->condition;
     Found found;
-    if (search && search->problem) found.problem = qtText(*search->problem);
+    if (search && search->problem) found.hint = qtText(*search->problem);
     auto result = fetchTasks(wanted);
     if (const auto* error = std::get_if<StoreError>(&result)) {
-        found.problem = QString::fromStdString(error->message);
-        if (!search || !search->isPredicate) return found;
+        const QString reason = QString::fromStdString(error->message);
+        if (!search || !search->isPredicate) return {{}, reason, {}};
+        found.hint = reason;
         // A predicate may ask for what a task does not have; it is then no more than a text.
         wanted.where = tasksContaining(text);
         result = fetchTasks(wanted);
@@ -191,11 +207,18 @@ void TodayPage::showFound(Found found) {
     empty_->setText(isSearch ? translated("No task fits the search.") : translated("No tasks."));
     empty_->setVisible(found.tasks.empty());
     list_->setVisible(!found.tasks.empty());
-    problem_->showProblem(found.problem);
+    showMessage(found);
     model_->setTasks(std::move(found.tasks));
     if (list_->currentIndex().isValid() || model_->rowCount() == 0) return;
     const QModelIndex same = taskid.empty() ? QModelIndex() : model_->indexOf(taskid);
     list_->setCurrentIndex(same.isValid() ? same : model_->index(std::min(row, model_->rowCount() - 1)));
+}
+
+// What may become a predicate with the next key is no mistake yet.
+void TodayPage::showMessage(const Found& found) {
+    if (!found.problem.isEmpty()) return problem_->showProblem(found.problem);
+    if (searchRest_.isActive()) return problem_->showHint(found.hint);
+    problem_->showProblem(found.hint);
 }
 
 void TodayPage::toggle(const QModelIndex& index) {

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "apps/corvane-today/AccountChoice.h"
 #include "apps/corvane-today/FilterList.h"
 #include "apps/corvane-today/MessageLine.h"
 #include "apps/corvane-today/TaskListModel.h"
@@ -45,6 +46,7 @@ class TodayPage : public QWidget {
     struct Found {
         std::vector<GTask*> tasks;
         QString problem;  ///< empty: all is well
+        QString hint;     ///< why the search is not read as a predicate
     };
     /// A task that was completed here. It keeps its row for a moment, so that nobody takes it for lost.
     struct Lingering {
@@ -58,6 +60,7 @@ class TodayPage : public QWidget {
     Found findTasks() const;
     void addLingering(std::vector<GTask*>& tasks) const;
     void showFound(Found found);
+    void showMessage(const Found& found);
     void startAnew();
     void toggle(const QModelIndex& index);
     void open(const QModelIndex& index);
@@ -65,6 +68,7 @@ class TodayPage : public QWidget {
     TaskActions& actions_;
     FilterList* filters_;
     QLineEdit* search_;
+    AccountChoice* account_;
     QCheckBox* showsDone_;
     MessageLine* problem_;
     QListView* list_;
@@ -72,6 +76,7 @@ class TodayPage : public QWidget {
     TaskListModel* model_;
     std::string currentTaskid_;  ///< outlives the objects, which a refresh may replace
     QTimer searchDelay_;
+    QTimer searchRest_;  ///< runs while the search is being typed
     QTimer lingeringEnd_;
     std::optional<Lingering> lingering_;
 };

@@ -7,6 +7,7 @@
 #include "model/Accounts.h"
 #include "model/GSData.h"
 #include "model/GTask.h"
+#include "platform/store/PredicateNode.h"
 #include "platform/store/PredicateSubstitution.h"
 #include "queries/TaskFilters.h"
 
@@ -29,18 +30,18 @@ GUser* accountAtHand(const TaskSelection& selection, ManagedObjectContext& conte
     return ofList ? ofList : defaultAccount(context);
 }
 
-Predicate filterPredicate(const TaskSelection& selection, ManagedObjectContext& context) {
+Predicate filterPredicate(const TaskSelection& selection, GUser* account) {
     return GSData::predicateFromString(
         GSData::predicateStringForTasksWithFilter(static_cast<std::int32_t>(*selection.filter),
                                                   selection.hideCompleted, selection.rootsOnly),
-        accountAtHand(selection, context), selection.list);
+        account, selection.list);
 }
 
 // The parts of a request are predicates of their own, joined at the end.
-std::vector<Predicate> conditions(const TaskSelection& selection, ManagedObjectContext& context) {
+std::vector<Predicate> conditions(const TaskSelection& selection, GUser* accountAtHand) {
     std::vector<Predicate> parts;
     if (selection.filter) {
-        parts.push_back(filterPredicate(selection, context));
+        parts.push_back(filterPredicate(selection, accountAtHand));
     } else {
         parts.push_back(everyLiveTask(selection));
         if (selection.account) {
@@ -49,10 +50,22 @@ std::vector<Predicate> conditions(const TaskSelection& selection, ManagedObjectC
     }
     if (selection.list) parts.push_back(fixedPredicate(u"list == %@", {Value(selection.list)}));
     if (selection.where) {
-        parts.push_back(
-            predicateWithTaskVariables(*selection.where, accountAtHand(selection, context), selection.list));
+        parts.push_back(predicateWithTaskVariables(*selection.where, accountAtHand, selection.list));
     }
     return parts;
+}
+
+Predicate condition(const TaskSelection& selection, ManagedObjectContext& context) {
+    if (!selection.everyAccount) {
+        return andPredicateWithSubpredicates(conditions(selection, accountAtHand(selection, context)));
+    }
+    std::vector<GUser*> accounts = allAccounts(context);
+    accounts.push_back(nullptr);
+    std::vector<PredicateNodePointer> alternatives;
+    for (GUser* account : accounts) {
+        alternatives.push_back(andPredicateWithSubpredicates(conditions(selection, account)).root());
+    }
+    return Predicate(compoundNode(Compound::Kind::kOr, alternatives));
 }
 
 std::vector<SortDescriptor> order(const TaskSelection& selection) {
@@ -69,7 +82,7 @@ std::vector<SortDescriptor> order(const TaskSelection& selection) {
 FetchRequest requestForTasks(const TaskSelection& selection, ManagedObjectContext& context) {
     FetchRequest request;
     request.entityName = GTask::kEntityName;
-    request.predicate = andPredicateWithSubpredicates(conditions(selection, context));
+    request.predicate = condition(selection, context);
     request.sortDescriptors = order(selection);
     request.relationshipKeyPathsForPrefetching = {"list.user"};
     return request;

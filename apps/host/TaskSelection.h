@@ -15,8 +15,10 @@ namespace corvane {
 
 struct TaskSelection {
     std::optional<std::uint32_t> filter;  ///< a number of queries/TaskFilters.h; none: every live task
-    GUser* account =
-        nullptr;  ///< null: of a filter the list's own, else the default one; without a filter every account
+    /// Null: of a filter the list's own, else the default one; without a filter every account.
+    GUser* account = nullptr;
+    /// Instead of `account`: what is selected with any of them, or none, at hand.
+    bool everyAccount = false;
     GList* list = nullptr;           ///< null: every list
     std::optional<Predicate> where;  ///< besides; the filters' variables are bound in it
     std::optional<int> order;        ///< a tasks order; none: what the filter or list remembers

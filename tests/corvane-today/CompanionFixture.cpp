@@ -87,7 +87,7 @@ std::string CompanionFixture::currentTitle() { return list().currentIndex().data
 
 void CompanionFixture::search(const char* text) {
     named<QLineEdit>(page(), "Search").setText(QString::fromUtf8(text));
-    window.todayPage().refresh();
+    QTest::keyClick(&line("Search"), Qt::Key_Return);
 }
 
 std::string CompanionFixture::problem() {

@@ -75,6 +75,43 @@ TEST(TodayPage, FindsTasksByTextOrPredicate) {
     }
 }
 
+TEST(TodayPage, CallsASearchThatIsBeingTypedNoMistakeYet) {
+    CompanionFixture fixture;
+    fixture.addTask(u"Wine").setPriority(50);
+    fixture.showToday();
+    fixture.type("Search", "priority >=", Qt::Key_unknown);
+    fixture.window.refresh();
+    const auto& message = *fixture.window.todayPage().findChild<MessageLine*>();
+    EXPECT_NE(message.text().indexOf(QStringLiteral("character 12")), -1);
+    EXPECT_FALSE(message.isProblem());
+    QTest::keyClick(&fixture.line("Search"), Qt::Key_Return);
+    EXPECT_TRUE(message.isProblem());
+}
+
+TEST(TodayPage, ShowsTheTasksOfEveryAccountUnlessOneIsChosen) {
+    CompanionFixture fixture;
+    addNamed(fixture, {u"Milk", u"Bread"});
+    fixture.showToday();
+    EXPECT_THROW(fixture.choice("Account"), std::runtime_error);
+    GUser& work = fixture.context().insert<GUser>();
+    work.setName(u"Work");
+    GTask& report = fixture.addTask(u"Report");
+    report.setList(&fixture.addList(u"Reports", &work));
+    report.setDisplayOrder(2);
+    fixture.showToday();
+    EXPECT_EQ(fixture.rows(), "Milk Bread Report");
+    EXPECT_EQ(fixture.countOf(kTodayFilter), "3");
+    fixture.search("report");
+    EXPECT_EQ(fixture.rows(), "Report");
+    fixture.search("");
+    QComboBox& choice = fixture.choice("Account");
+    choice.setCurrentIndex(choice.findText(QStringLiteral("Work")));
+    EXPECT_EQ(fixture.rows(), "Report");
+    EXPECT_EQ(fixture.countOf(kTodayFilter), "1");
+    fixture.window.showToday();
+    EXPECT_EQ(fixture.rows(), "Milk Bread Report");
+}
+
 TEST(TodayPage, LeavesTheSearchBeforeTheWindow) {
     CompanionFixture fixture;
     addNamed(fixture, {u"Milk", u"Bread"});
