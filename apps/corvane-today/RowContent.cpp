@@ -1,5 +1,7 @@
 #include "apps/corvane-today/RowContent.h"
 
+#include <algorithm>
+
 #include <QStringList>
 
 #include "apps/corvane-today/QtText.h"
@@ -18,6 +20,7 @@ constexpr double kStripInset = 6;
 constexpr double kStripWidth = 4;
 constexpr double kBulletX = 13;
 constexpr double kGapBeforePriority = 3;
+constexpr double kGapAfterPiece = 5;
 
 void center(View& view, double middle) { view.frame.y = middle - view.frame.height / 2; }
 
@@ -76,7 +79,29 @@ RowContent contentOfRow(const TaskTableViewCell& cell, const WidgetRow& row, con
     content.titleLabel = cell.titleLabel;
     content.timeLabel = cell.timeLabel;
     content.notesLabel = cell.notesLabel;
+    content.reminderSign = cell.alertImageView;
+    content.reminderSign.isHidden = true;
+    content.reminderLabel.isHidden = true;
     return content;
+}
+
+void setReminder(RowContent& content, const QString& reminder, const QtTextMeasuring& measuring) {
+    content.reminder = reminder;
+    content.reminderSign.isHidden = content.reminderLabel.isHidden = reminder.isEmpty();
+    if (reminder.isEmpty()) return;
+    const Rect& title = content.titleLabel.frame;
+    const Rect& time = content.timeLabel.frame;
+    const double end = title.x + title.width;
+    double x = content.timeLabel.isHidden ? title.x : time.x + time.width + kGapAfterPiece;
+    content.reminderSign.frame.x = x;
+    x += content.reminderSign.frame.width + kGapAfterPiece;
+    content.reminderLabel.text = coreText(reminder);
+    content.reminderLabel.font = measuring.fonts().details();
+    const double width = measuring.sizeOfText(*content.reminderLabel.text, content.reminderLabel.font).width;
+    content.reminderLabel.frame = {x, time.y, std::clamp(end - x, 0.0, width), time.height};
+    x += width + kGapAfterPiece;
+    content.notesLabel.frame.x = x;
+    content.notesLabel.frame.width = std::clamp(end - x, 0.0, content.notesLabel.frame.width);
 }
 
 }  // namespace corvane

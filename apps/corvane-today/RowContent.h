@@ -30,6 +30,8 @@ struct RowContent {
     Label titleLabel;
     Label timeLabel;
     Label notesLabel;
+    ImageView reminderSign;
+    Label reminderLabel;
 
     bool operator==(const RowContent&) const = default;
 };
@@ -40,5 +42,8 @@ void placeOutlets(TaskTableViewCell& cell, const QtTextMeasuring& measuring);
 
 /// @param cell, row  as they show the task
 RowContent contentOfRow(const TaskTableViewCell& cell, const WidgetRow& row, const GTask& task);
+
+/// Tells of a reminder between time and notes; an empty text: of none.
+void setReminder(RowContent& content, const QString& reminder, const QtTextMeasuring& measuring);
 
 }  // namespace corvane

@@ -30,6 +30,8 @@ class RowPainter {
         drawImage(content.alert, look_.palette.quietText());
         drawImage(content.repeat, look_.palette.quietText());
         drawLabel(content.timeLabel, look_.palette.text());
+        drawImage(content.reminderSign, look_.palette.quietText());
+        drawLabel(content.reminderLabel, look_.palette.quietText());
         drawNotes(content.notesLabel);
     }
 

@@ -15,6 +15,7 @@
 #include "dates/DateTexts.h"
 #include "model/GSData.h"
 #include "model/GTask.h"
+#include "platform/foundation/Environment.h"
 #include "widget/TaskTableViewCell.h"
 #include "widget/WidgetLayout.h"
 
@@ -22,7 +23,10 @@ namespace corvane {
 namespace {
 
 constexpr EdgeInsets kProposedInsets{0, 12, 0, 12};
-constexpr double kMessageHeight = 26;
+constexpr double kMessageHeight = 26;  // of one line
+constexpr int kMostMessageLines = 3;
+// What words that do not fit any more leave free of a line.
+constexpr double kMessageShare = 0.9;
 constexpr double kFooterInset = 13;
 constexpr double kShowAllInset = 2;
 constexpr Size kSmallestContent{240, kMinimumHeight};
@@ -92,6 +96,7 @@ WidgetWindow::WidgetWindow(WidgetHost& host, QtTextMeasuring& measuring, TaskAct
     list_->setAccessibleName(translated("Tasks due today"));
     settling_.setSingleShot(true);
     settling_.setInterval(kSettlingTime);
+    message_->setWordWrap(true);
     connectParts();
     setColors(look_.palette);
 }
@@ -139,7 +144,7 @@ void WidgetWindow::updateLook() {
     message_->setFont(look_.fonts().qtFont(look_.fonts().details()));
     setTextColor(*footer_,
                  look_.palette.readable(host_.controller().footerLabel.textColor, look_.palette.quietText()));
-    setTextColor(*message_, look_.palette.readable(Color::systemRed()));
+    updateMessageColor();
     const Qt::Alignment side = layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
     for (QLabel* label : {footer_, message_})
         label->setAlignment(side | Qt::AlignAbsolute | Qt::AlignVCenter);
@@ -163,21 +168,38 @@ void WidgetWindow::showRefresh() {
     header_->show(qtText(stringOfDate(controller.dueDates().now)), controller.addTaskButton,
                   host_.widgetActiveDisplayMode(),
                   host_.widgetLargestAvailableDisplayMode() == DisplayMode::kExpanded);
-    showMessage(storeMessage());
+    showStoreMessage();
 }
 
-QString WidgetWindow::storeMessage() const {
-    if (isStoreMissing(GSData::sharedInstance()))
-        return translated("There is no task yet. Add one to begin.");
+void WidgetWindow::showStoreMessage() {
     const auto problem = host_.problem();
-    if (!problem) return {};
-    return translated("The task store could not be read: %@", QString::fromStdString(*problem));
+    if (isStoreMissing(GSData::sharedInstance())) {
+        if (!hasHadStore_) {
+            return setMessage(translated("There is no task yet. Add one to begin."),
+                              MessageKind::kInvitation);
+        }
+        const auto folder = Environment::current().containerDirectory.value_or(std::filesystem::path());
+        return showMessage(translated("The task store is gone: %@", QString::fromStdString(folder.string())));
+    }
+    hasHadStore_ = hasHadStore_ || !problem;
+    showMessage(problem ? translated("The task store could not be read: %@", QString::fromStdString(*problem))
+                        : QString());
 }
 
-void WidgetWindow::showMessage(const QString& message) {
+void WidgetWindow::showMessage(const QString& message) { setMessage(message, MessageKind::kProblem); }
+
+void WidgetWindow::setMessage(const QString& message, MessageKind kind) {
+    messageKind_ = kind;
     message_->setToolTip(message.isEmpty() ? QString() : shownToolTip(coreText(message), {}));
     message_->setAccessibleName(message);
+    updateMessageColor();
     followContent();
+}
+
+void WidgetWindow::updateMessageColor() {
+    const bool isProblem = messageKind_ == MessageKind::kProblem;
+    setTextColor(*message_,
+                 isProblem ? look_.palette.readable(Color::systemRed()) : look_.palette.quietText());
 }
 
 void WidgetWindow::setReminderText(std::function<QString(const std::string& taskid)> text) {
@@ -193,7 +215,7 @@ RowContent WidgetWindow::contentOf(std::size_t row) {
         cell.layoutIfNeeded();
     }
     RowContent content = contentOfRow(cell, host_.snapshot().rows[row], *controller.todayTasks()[row]);
-    if (reminderText_) content.reminder = reminderText_(content.taskid);
+    if (reminderText_) setReminder(content, reminderText_(content.taskid), measuring_);
     return content;
 }
 
@@ -273,12 +295,22 @@ double WidgetWindow::contentWidth() const {
 
 QSize WidgetWindow::wantedSize() const {
     const Size content = host_.controller().preferredContentSize();
-    double height = WindowHeader::kHeight + content.height;
+    double height = WindowHeader::kHeight + content.height + messageHeight() / look_.pixels(1);
     if (host_.widgetActiveDisplayMode() == DisplayMode::kExpanded) {
         height += kRowHeight * static_cast<double>(acts_.acts().size());
     }
-    if (!message_->accessibleName().isEmpty()) height += kMessageHeight;
     return {look_.wholePixels(content.width), qCeil(look_.pixels(height))};
+}
+
+int WidgetWindow::messageWidth() const { return width() - 2 * look_.wholePixels(kLeftMargin + kFooterInset); }
+
+double WidgetWindow::messageHeight() const {
+    if (message_->accessibleName().isEmpty()) return 0;
+    const QFontMetricsF metrics(message_->font());
+    const QRectF place(0, 0, messageWidth(), QWIDGETSIZE_MAX);
+    const double height = metrics.boundingRect(place, Qt::TextWordWrap, message_->accessibleName()).height();
+    const int lines = std::clamp(qRound(height / metrics.lineSpacing()), 1, kMostMessageLines);
+    return look_.pixels(kMessageHeight) + (lines - 1) * metrics.lineSpacing();
 }
 
 void WidgetWindow::followContent() {
@@ -292,11 +324,12 @@ void WidgetWindow::layoutViews() {
     double end = height();
     message_->setVisible(!message_->accessibleName().isEmpty());
     if (!message_->isHidden()) {
-        const int inset = look_.wholePixels(kLeftMargin + kFooterInset);
-        end -= look_.pixels(kMessageHeight);
-        message_->setGeometry(inset, qRound(end), width() - 2 * inset, look_.wholePixels(kMessageHeight));
+        end -= messageHeight();
+        message_->setGeometry((width() - messageWidth()) / 2, qRound(end), messageWidth(),
+                              qCeil(messageHeight()));
         message_->setText(QFontMetricsF(message_->font())
-                              .elidedText(message_->accessibleName(), Qt::ElideRight, message_->width()));
+                              .elidedText(message_->accessibleName(), Qt::ElideRight,
+                                          kMessageShare * kMostMessageLines * messageWidth()));
     }
     header_->setGeometry(0, 0, width(), qRound(header));
     Room room(header, end);

@@ -102,8 +102,11 @@ class WidgetWindow : public QWidget {
 
     // Rows
     std::vector<Item> items();
-    /// Why there is nothing to show, one line; empty when the store was read.
-    QString storeMessage() const;
+    enum class MessageKind { kProblem, kInvitation };
+    /// Why there is nothing to show; nothing when the store was read.
+    void showStoreMessage();
+    void setMessage(const QString& message, MessageKind kind);
+    void updateMessageColor();
     RowContent contentOf(std::size_t row);
     void showRows(const std::vector<Item>& items);
     TaskRow* makeRow();
@@ -117,6 +120,9 @@ class WidgetWindow : public QWidget {
     void layoutBelowRows(Room& room);
     void followContent();
     QSize wantedSize() const;
+    int messageWidth() const;
+    /// In pixels; 0 without a message.
+    double messageHeight() const;
     void takeUserSize();
 
     // Acts
@@ -160,6 +166,8 @@ class WidgetWindow : public QWidget {
     QLabel* footer_;
     ShowAllButton* showAllButton_;
     QLabel* message_;
+    MessageKind messageKind_ = MessageKind::kProblem;
+    bool hasHadStore_ = false;
     QSize wantedSize_;
     QTimer settling_;
     bool isUserSizing_ = false;
