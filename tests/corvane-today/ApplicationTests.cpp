@@ -142,6 +142,8 @@ TEST_F(ApplicationTest, TogglesTheAutostartEntry) {
         ASSERT_EQ(setAutostarted(true), std::nullopt);
         EXPECT_TRUE(isAutostarted());
         EXPECT_NE(fileBytes(entry).find("--background"), std::string::npos);
+        writeFileBytes(entry, "[Desktop Entry]\nHidden = true\n");
+        EXPECT_FALSE(isAutostarted());
         ASSERT_EQ(setAutostarted(false), std::nullopt);
         EXPECT_FALSE(std::filesystem::exists(entry));
     }

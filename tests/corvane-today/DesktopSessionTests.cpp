@@ -1,9 +1,14 @@
 // The program in a desktop's session: colours that the portal tells, and calls that reach it by its name.
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QLineEdit>
 #include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
 
 #include "PrivateBus.h"
 #include "SettingsPortal.h"
@@ -174,6 +179,33 @@ TEST_F(SessionTest, IsReachedByItsName) {
     EXPECT_EQ(open("file:///etc/passwd"), QDBusMessage::ReplyMessage);
     EXPECT_TRUE(companion.todayPage().isVisible());
     EXPECT_TRUE(companion.notices().isVisible()) << "the reason of the refusal";
+}
+
+TEST_F(SessionTest, TakesOverWhatASecondStartAsksFor) {
+    start();
+    ASSERT_EQ(activateAction("Private"), QDBusMessage::ReplyMessage);
+    EXPECT_TRUE(application_->window().isPrivate());
+    activateAction("Compact");
+    EXPECT_EQ(application_->host().widgetActiveDisplayMode(), DisplayMode::kCompact);
+    activateAction("Private");
+    activateAction("Expanded");
+    EXPECT_TRUE(application_->window().isPrivate()) << "asked for twice";
+    EXPECT_EQ(application_->host().widgetActiveDisplayMode(), DisplayMode::kExpanded);
+}
+
+TEST_F(SessionTest, KeepsWhatIsTypedWhenItIsToldToEnd) {
+    GTask& milk = fixture_.addTask(u"Milk");
+    fixture_.save();
+    const std::string id = fixture_.context().uriRepresentation(milk);
+    start();
+    application_->companion().showTask(id);
+    auto* title = application_->companion().taskPage().findChild<QLineEdit*>();
+    title->setFocus();
+    title->selectAll();
+    QTest::keyClicks(title, QStringLiteral("Oat milk"));
+    QTimer::singleShot(0, [] { std::raise(SIGTERM); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_EQ(TaskActions::taskNamed(id)->name(), u"Oat milk");
 }
 
 }  // namespace
