@@ -127,7 +127,8 @@ void DesktopPresence::fillMenu(QMenu* menu) {
     if (DesktopAlerts* alerts = application_.alerts()) alerts->fillMenu(menu);
     addAutostart(menu);
     menu->addSeparator();
-    menu->addAction(translated("Quit"), qApp, &QApplication::quit);
+    // Without asking the windows: with a tray, one that is asked hides and stays.
+    menu->addAction(translated("Quit"), qApp, [] { QApplication::exit(); });
 }
 
 void DesktopPresence::addColorChoices(QMenu* menu) {
