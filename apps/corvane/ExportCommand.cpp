@@ -1,4 +1,7 @@
 // `corvane export` and `corvane import`: task lists to and from files.
+#include <unistd.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
@@ -11,6 +14,7 @@
 #include "apps/corvane/StoreNames.h"
 #include "apps/corvane/TaskImport.h"
 #include "apps/corvane/TaskQuery.h"
+#include "apps/corvane/TerminalText.h"
 #include "apps/host/Places.h"
 #include "model/Accounts.h"
 #include "platform/foundation/FileContents.h"
@@ -54,11 +58,29 @@ std::string_view withoutLastLineFeed(std::string_view text) {
     return text.ends_with('\n') ? text.substr(0, text.size() - 1) : text;
 }
 
+// Line by line as a terminal may have it.
+std::string harmlessLines(std::string_view text) {
+    std::string lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines += terminalUtf8(text.substr(0, end));
+        if (end < text.size()) lines += '\n';
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+// A file or another program gets the text as it is.
+void printExport(Program& program, std::string_view text) {
+    if (isatty(STDOUT_FILENO)) return program.printLine(harmlessLines(text));
+    program.printData(text);
+}
+
 void runExport(Program& program, const ExportOptions& options) {
     const std::optional<std::string>& file = options.output;
     if (file && file->empty()) throw CommandFailure(translated("--output takes the name of a file"), kUsage);
     const std::string text = exportedText(program, options);
-    if (!file || file == "-") return program.printData(withoutLastLineFeed(text));
+    if (!file || file == "-") return printExport(program, withoutLastLineFeed(text));
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     const std::error_code error =
         writeFileAtomically(*file, std::span(bytes, text.size()), FileAccess::kByUmask);
