@@ -51,6 +51,10 @@ void CompletionUndo::finish(ManagedObjectContext& context) {
 }
 
 bool CompletionUndo::restore(ManagedObjectContext& context) const {
+    // What another process saved since has to be known, or it would be written over.
+    ObjectChanges others;
+    for (const Change& change : changes_) others.updated.push_back(change.task);
+    context.mergeChangesFromContextDidSave(others);
     bool isComplete = true;
     for (const Change& change : changes_) {
         ManagedObject* task = context.existingObjectWithID(change.task);
