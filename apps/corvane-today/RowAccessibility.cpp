@@ -11,16 +11,29 @@
 namespace corvane {
 namespace {
 
+template <auto kSignal>
+void emitSignal(TaskRow& row) {
+    Q_EMIT(row.*kSignal)();
+}
+
+template <int kMinutes>
+void remind(TaskRow& row) {
+    auto* window = qobject_cast<WidgetWindow*>(row.window());
+    if (window) Q_EMIT window->reminderWanted(QString::fromStdString(row.taskid()), kMinutes);
+}
+
 struct RowAction {
     const char* name;
-    void (TaskRow::*signal)();
+    void (*act)(TaskRow&);
     bool isForActs;  ///< for a task that was just completed or moved
 };
 constexpr RowAction kActions[] = {
-    {"Open",             &TaskRow::openWanted,       false},
-    {"Done",             &TaskRow::completionWanted, false},
-    {"Move to tomorrow", &TaskRow::moveWanted,       false},
-    {"Undo",             &TaskRow::undoWanted,       true },
+    {"Open",                    emitSignal<&TaskRow::openWanted>,       false},
+    {"Done",                    emitSignal<&TaskRow::completionWanted>, false},
+    {"Remind me in 10 minutes", remind<10>,                             false},
+    {"Remind me in 1 hour",     remind<60>,                             false},
+    {"Move to tomorrow",        emitSignal<&TaskRow::moveWanted>,       false},
+    {"Undo",                    emitSignal<&TaskRow::undoWanted>,       true },
 };
 
 // QAccessibleWidget offers the widget's own actions; a row's are these.
@@ -42,7 +55,7 @@ class AccessibleRow final : public QAccessibleWidget {
 
     void doAction(const QString& name) override {
         for (const RowAction& action : kActions) {
-            if (isOffered(action) && name == QLatin1String(action.name)) Q_EMIT(row_.*action.signal)();
+            if (isOffered(action) && name == QLatin1String(action.name)) action.act(row_);
         }
     }
 

@@ -1,6 +1,8 @@
 // The window as screen readers meet it.
 #include <gtest/gtest.h>
 
+#include <QSignalSpy>
+
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 
@@ -41,7 +43,11 @@ TEST_F(RowAccessibility, NamesRowsInWordsWithTheirPosition) {
 TEST_F(RowAccessibility, OffersWhatCanBeDoneWithARow) {
     QAccessibleActionInterface* actions = accessible(fixture_.row(0)).actionInterface();
     ASSERT_TRUE(actions);
-    EXPECT_EQ(actions->actionNames().join(QChar(u' ')), QStringLiteral("Open Done Move to tomorrow"));
+    EXPECT_EQ(actions->actionNames().join(QChar(u'|')),
+              QStringLiteral("Open|Done|Remind me in 10 minutes|Remind me in 1 hour|Move to tomorrow"));
+    const QSignalSpy reminders(&fixture_.window, &WidgetWindow::reminderWanted);
+    actions->doAction(QStringLiteral("Remind me in 1 hour"));
+    EXPECT_EQ(reminders.value(0).value(1), 60);
     actions->doAction(QStringLiteral("Done"));
     ASSERT_EQ(fixture_.titles(), "(Milk) Bread");
     EXPECT_EQ(accessible(fixture_.row(0)).text(QAccessible::Name).left(12), QStringLiteral("Done: Milk, "));
