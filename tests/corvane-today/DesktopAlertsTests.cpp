@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include <QAction>
 #include <QTest>
 
 #include "WidgetFixture.h"
+#include "apps/corvane-today/AlertLock.h"
 #include "apps/corvane-today/Application.h"
 #include "apps/corvane-today/WindowSettings.h"
 #include "support/ProcessVariable.h"
@@ -72,6 +75,15 @@ TEST_F(DesktopAlertsTest, TheMenuTurnsAlertsOffForGood) {
     QMenu silent;
     EXPECT_FALSE(choiceOfAlerts(silent)->isChecked()) << "in this run";
     EXPECT_TRUE(areAlertsChosen());
+}
+
+TEST_F(DesktopAlertsTest, OneProgramGivesTheAlertsOfAStore) {
+    std::optional<AlertLock> first(std::in_place, "A");
+    EXPECT_TRUE(first->isHeld());
+    EXPECT_FALSE(AlertLock("A").isHeld());
+    EXPECT_TRUE(AlertLock("B").isHeld());
+    first.reset();
+    EXPECT_TRUE(AlertLock("A").isHeld());
 }
 
 }  // namespace
