@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMetaMethod>
+#include <QPointer>
 
 #include "apps/corvane-today/KeyHelp.h"
 #include "apps/corvane-today/QtText.h"
@@ -86,18 +87,17 @@ void WidgetWindow::openRow(const TaskRow& row) {
 void WidgetWindow::showRowMenu(TaskRow& row, const QPoint& globalPlace) {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    // The row may be gone by the time that an entry is chosen.
+    const auto withRow = [row = QPointer(&row)](void (TaskRow::*signal)()) {
+        if (row) Q_EMIT(row->*signal)();
+    };
     if (row.act() != RowAct::kNone) {
-        addEntry(*menu, translated("Undo"), QKeySequence::Undo, [&row] { Q_EMIT row.undoWanted(); });
+        addEntry(*menu, translated("Undo"), QKeySequence::Undo, [=] { withRow(&TaskRow::undoWanted); });
     } else {
-        const std::string taskid = row.taskid();
-        const auto withRow = [this, taskid](void (TaskRow::*signal)()) {
-            const auto found = rows_.find(taskid);
-            if (found != rows_.end()) Q_EMIT(found->second->*signal)();
-        };
         addEntry(*menu, translated("Open"), Qt::Key_Return, [=] { withRow(&TaskRow::openWanted); });
         addEntry(*menu, translated("Done"), Qt::Key_Space, [=] { withRow(&TaskRow::completionWanted); });
         menu->addSeparator();
-        addReminders(*menu, taskid);
+        addReminders(*menu, row.taskid());
         addEntry(*menu, translated("Move to tomorrow"), {}, [=] { withRow(&TaskRow::moveWanted); });
     }
     menu->popup(globalPlace);

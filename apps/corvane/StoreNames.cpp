@@ -128,7 +128,7 @@ GTask* taskFromNumber(GSData& data, std::size_t number) {
 }  // namespace
 
 GTask& taskNamed(GSData& data, const std::string& name, Prefer prefer) {
-    if (GTask* task = objectFromIdentifier<GTask>(data, name)) return *task;
+    if (auto* task = objectFromIdentifier<GTask>(data, name)) return *task;
     const std::optional<std::size_t> number = numberFromText(name);
     if (number) {
         if (GTask* task = taskFromNumber(data, *number)) return *task;

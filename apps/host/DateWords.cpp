@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <span>
 #include <utility>
 #include <vector>
@@ -84,7 +85,7 @@ std::optional<Day> steppedDay(int count, std::u16string_view unit) {
         case 0:
             return today() + count;
         case 1:
-            return today() + 7 * count;
+            return today() + std::int64_t{7} * count;
         case 2:
             return calendar.civilDay(calendar.dateByAddingMonths(start, count));
         case 3:
@@ -134,11 +135,12 @@ std::optional<Day> dayByLocale(std::u16string_view text) {
     for (const char* skeleton : {"yMd", "yMMMd", "yMMMMd"}) {
         if (const auto day = read(locale.patternForSkeleton(skeleton), start)) return day;
     }
+    constexpr std::int64_t kLongestYear = 366 * 86'400;
     for (const char* skeleton : {"Md", "MMMd", "MMMMd"}) {
         const std::u16string& pattern = locale.patternForSkeleton(skeleton);
         const auto day = read(pattern, start);
         if (day && *day >= today()) return day;
-        if (const auto later = read(pattern, start + 366 * 86'400)) return later;
+        if (const auto later = read(pattern, start + kLongestYear)) return later;
     }
     return std::nullopt;
 }
