@@ -25,6 +25,10 @@ using std::chrono::seconds;
 
 // A writer that never rests is shown all the same.
 constexpr milliseconds kLongestBurst{500};
+// A commit is written to the log, which is an event, and can be read only when the disk has it, which is
+// none: the store is asked again at growing intervals.
+constexpr milliseconds kFirstCheckAgain{250};
+constexpr milliseconds kLastCheckAgain{4000};
 // The zone's own cache looks at the file again after 100 ms.
 constexpr milliseconds kTimeZonePause{150};
 
@@ -132,13 +136,23 @@ bool Follower::takeEvents() {
     bool isDue = wallClock_.read() != WallClockTimer::Wake::kNone;
     if (storeWatcher_ && storeWatcher_->readEvents()) {
         startPause(duration_cast<Clock::duration>(StoreWatcher::kQuietTime));
+        checkAgainAfter_ = kFirstCheckAgain;
     }
     if (readTimeZoneEvents()) {
         hasTimeZoneChanged_ = true;
         startPause(kTimeZonePause);
     }
-    if (isPauseOver() && hasStoreChanged()) isDue = true;
+    if (!isPauseOver()) return isDue;
+    if (hasStoreChanged()) isDue = true;
+    if (!pollsStore()) checkAgainLater();
     return isDue;
+}
+
+void Follower::checkAgainLater() {
+    if (!checkAgainAfter_) return;
+    armPause(*checkAgainAfter_);
+    *checkAgainAfter_ *= 2;
+    if (*checkAgainAfter_ > kLastCheckAgain) checkAgainAfter_.reset();
 }
 
 void Follower::startPause(Clock::duration longest) {

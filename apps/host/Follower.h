@@ -43,6 +43,7 @@ class Follower {
     void startPause(Clock::duration longest);
     void armPause(Clock::duration duration);
     bool isPauseOver();
+    void checkAgainLater();
     bool pollsStore() const;
     bool hasStoreChanged();
 
@@ -53,6 +54,7 @@ class Follower {
     WallClockTimer wallClock_;
     std::optional<StoreWatcher> storeWatcher_;
     std::optional<Clock::time_point> burstBegan_;
+    std::optional<Clock::duration> checkAgainAfter_;  ///< none: all events have been followed up
     std::optional<std::int64_t> dataVersion_;  ///< as the last refresh saw it; none: there was no store
     std::optional<Date> refreshedAt_;
     bool hasTimeZoneChanged_ = false;
