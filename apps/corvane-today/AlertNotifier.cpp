@@ -34,8 +34,8 @@ ManagedObjectContext& context() { return GSData::sharedInstance().viewContext();
 
 QString keyOf(const std::string& taskid) { return QString::fromStdString(taskid); }
 
-// Tasks carry no sound of their own, so that each plays the default one, by its name in the Sound Naming
-// Specification.
+// Tasks carry no sound of their own, so that each plays the default one, by its freedesktop.org
+// sound name.
 QString defaultSound() { return QStringLiteral("alarm-clock-elapsed"); }
 
 QString momentText(Date moment, Date now) {

@@ -21,8 +21,8 @@ std::filesystem::path entryFile() {
     return userConfigDirectory() / "autostart" / "com.velmor.CorvaneToday.desktop";
 }
 
-// The program may stand anywhere, also where blanks and quotes are in its path (Desktop Entry Specification,
-// "The Exec key").
+// The program may stand anywhere, also where blanks and quotes are in its path (freedesktop.org
+// desktop entries, "The Exec key").
 std::string quotedArgument(const std::string& argument) {
     std::string quoted = "\"";
     for (const char c : argument) {

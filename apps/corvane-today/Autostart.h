@@ -1,4 +1,4 @@
-// The session's autostart entry for this program (Desktop Application Autostart Specification).
+// The session's autostart entry for this program (freedesktop.org autostart).
 #pragma once
 
 #include <optional>

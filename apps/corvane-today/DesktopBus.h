@@ -1,5 +1,5 @@
 // One program a session: the name on the session bus, and the interface by which a second start and the
-// desktop reach the first (Desktop Entry Specification, "D-Bus Activation").
+// desktop reach the first (freedesktop.org desktop entries, "D-Bus Activation").
 #pragma once
 
 #include <QObject>

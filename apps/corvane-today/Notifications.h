@@ -1,4 +1,4 @@
-// Desktop notifications by the Desktop Notifications Specification 1.2 (org.freedesktop.Notifications).
+// Desktop notifications by the protocol org.freedesktop.Notifications 1.2.
 //
 // Nothing waits: the server is asked for its capabilities first, and what is to be shown stays until it has
 // answered. A server that is not there yet, fails or is replaced by another one is asked again.
@@ -21,7 +21,7 @@ namespace corvane {
 struct NotificationContent {
     QString summary;
     QString body;
-    /// A name of the Sound Naming Specification or a sound's file name; empty: the server's own choice.
+    /// A freedesktop.org sound name or a sound's file name; empty: the server's own choice.
     QString soundName;
     /// Keys of actions and what they are called; shown where the server has actions.
     QList<std::pair<QString, QString>> actions;
